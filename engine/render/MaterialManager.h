@@ -1,0 +1,45 @@
+// Owns every material: those of the files and those made on demand from a texture, by name, and the copies
+// made for single objects.
+#pragma once
+
+#include "render/Material.h"
+
+#include <list>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace Zelkor {
+
+class MaterialManager {
+  public:
+    // "data/materials/" + file + ".material"; nothing when it is missing.
+    void loadMaterialFile(const std::string& file);
+    // The first material of that name, or a new one textured with the texture of that name. Counts a
+    // reference. Named materials live as long as the manager.
+    Material* findMaterial(const std::string& name);
+    // True when some file has defined it.
+    bool isDefined(const std::string& name) const;
+
+    static void setShaderParam(Material& material, std::string_view name, float value);
+    static void setShaderParam4(Material& material, std::string_view name, float x, float y, float z, float w);
+    // Sets "sketchOffset" on every material that is drawn with the shader.
+    void setSketchOffset(int shaderIndex, float x, float y, float z, float w);
+    void forgetUniformLocations();
+
+    // A copy for one object, with fields, units and parameters of source.
+    Material* copyMaterial(const Material& source);
+    void removeCopy(Material* copy);
+
+    // Makes the material the one that draws next: program, parameters, textures and fixed state.
+    void applyMaterial(Material& material);
+
+  private:
+    std::list<std::unique_ptr<Material>> materials_;
+    std::unordered_map<std::string, Material*> byName_;
+    std::list<std::unique_ptr<Material>> copies_;
+    std::unordered_map<const Material*, std::list<std::unique_ptr<Material>>::iterator> copyPlaces_;
+};
+
+} // namespace Zelkor
