@@ -1,0 +1,50 @@
+// The single object of the game layer.
+#pragma once
+
+#include <memory>
+#include <string>
+
+class EventList;
+class GameCamera;
+class Session;
+class ThingyManager;
+class TileGrid;
+
+class Game {
+  public:
+    static constexpr int stageCount = 20;
+
+    // Registers itself as the game that get() answers, and the timers "game", "paused", "boss" and "player".
+    Game();
+    ~Game();
+    Game(const Game&) = delete;
+
+    // The game, created if it does not exist yet.
+    static Game& get();
+    // Null when none exists.
+    static Game* current();
+
+    // One pass of the main loop: substeps, drawing, input's end of frame.
+    void runFrame();
+    void preloadAssets();
+    // Replaces the session by one for currentStage.
+    void startSession();
+
+    // Those of the running session, null without one.
+    TileGrid* tileGrid() const;
+    GameCamera* camera() const;
+    EventList* eventList() const;
+
+    std::unique_ptr<ThingyManager> thingyManager;
+    std::unique_ptr<Session> session;
+    bool quitRequested = false;
+    int currentStage = 0;
+    bool flicker = true; // whether the sketch is redrawn on its tick
+
+  private:
+    void gameStep();
+    void render();
+    void flickerSketch();
+
+    float flickerTimer_ = 0;
+};

@@ -1,0 +1,116 @@
+// The tiles of a stage and the world's collision model: a uniform grid of square cells, 10 world units wide,
+// that holds every tile of the play plane (z exactly 0). Tiles off the plane are drawn only.
+#pragma once
+
+#include "math/Math.h"
+
+#include <list>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace Zelkor {
+class Scene;
+class TokenReader;
+class Unit;
+} // namespace Zelkor
+
+// Collision kinds of a tile, tested against the mask of every query. The grid attaches no meaning to them.
+namespace TileType {
+inline constexpr int solid = 1;
+inline constexpr int ladder = 2;
+inline constexpr int ladderTop = 4;
+inline constexpr int deadly = 8; // together with solid or ladderTop
+inline constexpr int rail = 8;   // alone: what rail followers look for
+inline constexpr int bridge = 0x100;
+inline constexpr int any = 0xFFFF;
+} // namespace TileType
+
+inline constexpr float tileSize = 10; // world units
+
+struct TileDef {
+    std::string name; // tile set folder + entry name, "tiles/area1/" + the entry
+    Zelkor::Vec3 size{1, 1, 1}; // cells
+    int type = TileType::solid;
+    bool stretchX = false, stretchY = false; // runs merge into one mesh
+};
+
+struct TileRecord {
+    std::string name;
+    Zelkor::Unit* unit = nullptr; // none for blocks added by addSolidCell
+    Zelkor::Vec3 size{1, 1, 1};   // cells, after merging
+    Zelkor::Vec3 position;        // of the anchor: the lowest and leftmost tile of a merged run
+    int type = TileType::solid;
+    bool stretchX = false, stretchY = false;
+
+    // World y of the upper side.
+    float surfaceHeight() const { return position.y + 10 * size.y - 5; }
+};
+
+struct RayHit {
+    bool hit = false;
+    TileRecord* record = nullptr;
+    Zelkor::Vec3 point;
+};
+
+// Reads a tile definition file's entries, each name with prefix before it, and appends them.
+void readTileDefs(Zelkor::TokenReader& reader, const std::string& prefix, std::vector<TileDef>& defs);
+
+class TileGrid {
+  public:
+    // Units of tiles are created in scene, which must outlive the grid. levelUnits is the session's list of
+    // level units: the grid keeps it up to date.
+    TileGrid(Zelkor::Scene& scene, std::vector<Zelkor::Unit*>& levelUnits);
+    ~TileGrid();
+    TileGrid(const TileGrid&) = delete;
+
+    // The definitions of the ten tile sets, in their fixed order.
+    void loadTileSets();
+    // Reads "data/levels/" + name + ".level" and builds the stage's tiles. A missing file leaves no tiles and a
+    // 0 x 0 grid.
+    void loadLevel(const std::string& name, bool forPlay);
+    void readLevel(Zelkor::TokenReader& reader, bool forPlay);
+    void placeTile(const std::string& name, const Zelkor::Vec3& position, const Zelkor::Quat& rotation,
+                   bool forPlay);
+    // Enters a placed tile into the grid, merging stretchable runs.
+    void registerTile(Zelkor::Unit* unit);
+    // Stores a record in a cell, growing the grid when the cell lies outside.
+    void setCell(int column, int row, TileRecord* record);
+
+    // None outside the grid, for an empty cell, or when the record's type has no bit of mask.
+    TileRecord* tileAt(const Zelkor::Vec3& point, int mask) const;
+    // The x where the run of occupied cells through (x, y) ends; direction < 1 looks left. x itself when the
+    // point lies outside the grid.
+    float edgeOfRun(float x, float y, int direction, int extraRows) const;
+    RayHit castRay(const Zelkor::Vec3& from, const Zelkor::Vec3& to) const;
+
+    // An invisible block of type 1 over the cell of (x, y).
+    void addSolidCell(float x, float y);
+    // Clears every cell of the record and deletes it; its unit stays.
+    void removeRecord(TileRecord* record);
+    void removeTileUnit(Zelkor::Unit* unit);
+    // Breaks the bridge tile at the point, if there is one, into two falling planks.
+    void breakBridge(const Zelkor::Vec3& point, float force);
+
+    float originX() const { return originX_; }
+    float originY() const { return originY_; }
+    int width() const { return width_; }
+    int height() const { return height_; }
+    const std::vector<TileDef>& defs() const { return defs_; }
+    const std::list<std::unique_ptr<TileRecord>>& records() const { return records_; }
+
+  private:
+    int columnOf(float x) const;
+    int rowOf(float y) const;
+    void clear();
+
+    Zelkor::Scene& scene_;
+    std::vector<Zelkor::Unit*>& levelUnits_;
+    float originX_ = 0, originY_ = 0; // centre of cell (0, 0)
+    int width_ = 0, height_ = 0;
+    std::vector<TileRecord*> cells_; // row-major
+    std::list<std::unique_ptr<TileRecord>> records_;
+    std::vector<TileDef> defs_;
+    std::unordered_map<std::string, int> defByName_; // the first of each name
+};
