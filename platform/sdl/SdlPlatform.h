@@ -1,0 +1,53 @@
+// The system behind SDL2.
+#pragma once
+
+#include "Platform.h"
+
+#include <memory>
+
+namespace platform {
+
+struct SdlOptions {
+    // Windows without a screen: same context, same picture, no focus, no cursor, no sound card, and no
+    // message box (texts go to standard error, questions are answered Yes). No display modes either: any
+    // window size is as good as another, and a full-screen window is refused.
+    bool headless = false;
+};
+
+class SdlPlatform final : public Platform {
+  public:
+    explicit SdlPlatform(SdlOptions options = {});
+    ~SdlPlatform() override;
+    SdlPlatform(const SdlPlatform&) = delete;
+
+    // Whether there is a screen that a window could be shown on. Opens none; before constructing a platform.
+    static bool displayAvailable();
+
+    bool registerWindowClass() override;
+    std::unique_ptr<Window> createWindow(const WindowOptions& options) override;
+    bool pollMessage(Message& message) override;
+    void postQuit(int exitCode) override;
+    void showCursor(bool visible) override;
+    std::vector<DisplayMode> displayModes() override;
+    std::optional<DisplayMode> currentDisplayMode() override;
+    bool switchDisplayMode(const DisplayMode& mode) override;
+    void restoreDisplayMode() override;
+    void showMessage(const std::string& text, const std::string& caption, MessageIcon icon) override;
+    bool askYesNo(const std::string& text, const std::string& caption, MessageIcon icon) override;
+    std::optional<std::filesystem::path> documentsFolder() override;
+    std::int64_t milliseconds() override;
+    std::int64_t counter() override;
+    std::int64_t counterFrequency() override;
+    int enumerateJoysticks() override;
+    std::optional<std::string> startJoystick(int index) override;
+    bool readJoystick(int index, JoystickState& state) override;
+    std::optional<PadState> pad() override;
+    // Always null: there is no mixer behind this system yet.
+    std::unique_ptr<SoundDevice> createSoundDevice(Window* window) override;
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+} // namespace platform
