@@ -213,7 +213,8 @@ class Platform {
 
     // Makes windows possible; before the first createWindow. Again later: does nothing, true.
     virtual bool registerWindowClass() = 0;
-    // Null when there is no such window or context; whatever was made of it is undone. One at a time.
+    // Null when there is no such window or context; whatever was made of it is undone. One at a time, and
+    // gone before the platform is.
     virtual std::unique_ptr<Window> createWindow(const WindowOptions& options) = 0;
 
     // Takes the next message; false when none waits.

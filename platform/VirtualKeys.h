@@ -31,7 +31,7 @@ inline constexpr int mouseLeftCode = 512, mouseRightCode = 513, mouseMiddleCode 
 inline constexpr int inputCodeCount = 515;
 
 // The code of a name ("Left", "Z", "F5", "MouseLeft") or of a decimal number below inputCodeCount. Names are
-// compared exactly.
+// compared exactly. A single digit is the name of its key, so codes below 10 are written with a leading 0.
 std::optional<int> inputCode(std::string_view name);
 // A name that inputCode understands, the decimal number when there is no other.
 std::string inputName(int code);

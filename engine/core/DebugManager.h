@@ -16,14 +16,15 @@ struct ColouredLine;
 struct Vec3;
 
 // One row of the frame's profile. Rows stand in the order in which they were first opened, parents before
-// children; the same id opened below another parent is another row.
+// children. A section looks for its row only below the one that is open, so that the same id opened inside
+// two sections usually has two rows.
 struct ProfileRow {
     int id = 0;             // a ProfileId, 0: free
     int parent = -1;        // index of the enclosing row, -1 at the top
     std::int64_t start = 0; // counter value at the last begin
     double accumulated = 0; // counter ticks of all begins
     int calls = 0;
-    int depth = 0; // of nesting; valid in overlayColumns and finishedFrame
+    int depth = 0; // of nesting; set in finishedFrame only
 };
 
 // The overlay, one line a row, each ended by "\n".
@@ -71,7 +72,6 @@ class DebugManager {
 
   private:
     void refreshOverlay();
-    void buildOverlay();
 
     std::array<ProfileRow, maxRows> rows_;
     std::array<ProfileRow, maxRows> finished_;
@@ -82,7 +82,6 @@ class DebugManager {
     double ticksPerMicrosecond_ = 0;
     OverlayColumns overlay_;
     std::vector<ColouredLine> lines_; // reused from frame to frame
-    std::size_t lineCount_ = 0;
 };
 
 } // namespace Zelkor

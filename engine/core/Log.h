@@ -1,9 +1,8 @@
 // The engine's log: one plain line a message, no time stamps.
 #pragma once
 
-#include <cstdio>
 #include <filesystem>
-#include <memory>
+#include <fstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,10 +26,7 @@ class Log {
   private:
     Log() = default;
 
-    struct FileCloser {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
-    std::unique_ptr<std::FILE, FileCloser> file_;
+    std::ofstream file_;
     std::vector<std::string>* captured_ = nullptr;
 };
 
