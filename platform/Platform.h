@@ -37,8 +37,8 @@ struct Message {
 // --- Window ------------------------------------------------------------------------------------------------
 
 struct WindowOptions {
-    std::string title; // UTF-8
-    int width = 0;     // client size, pixels
+    std::string title = {}; // UTF-8
+    int width = 0;          // client size, pixels
     int height = 0;
     int bits = 32; // colour bits of a pixel; the depth buffer has at least 16
     bool fullscreen = false;

@@ -39,10 +39,10 @@ class FakePlatform final : public Platform {
     std::int64_t ticksPerSecond = 1'000'000;
     std::int64_t ticksPerRead = 0; // by which each reading of the counter advances it
     struct Joystick {
-        std::string productName;
+        std::string productName = {};
         bool usable = true;    // startJoystick succeeds
         bool answering = true; // readJoystick succeeds
-        JoystickState state;
+        JoystickState state = {};
     };
     std::vector<Joystick> joysticks;
     std::optional<PadState> padState;

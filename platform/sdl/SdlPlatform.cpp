@@ -117,6 +117,7 @@ bool SdlPlatform::State::startVideo() {
     // Losing the focus is a message; what to do about it is the program's decision.
     SDL_SetHint(SDL_HINT_VIDEO_MINIMIZE_ON_FOCUS_LOSS, "0");
     videoReady = SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
+    SDL_ResetHint(SDL_HINT_VIDEODRIVER); // for other platform objects of this process
     // Keys are keys here; an input method would swallow some of them.
     if (videoReady) SDL_StopTextInput();
     return videoReady;
