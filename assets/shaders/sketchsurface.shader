@@ -1,0 +1,26 @@
+// Pixel stage of everything shaded with strokes.
+float paperGrain()
+{
+    return texture2D(tex1, gl_FragCoord.xy * paperScale() / 256.0).r;
+}
+// Slow drifts of the hand, -1..1: shading comes in patches, never as an even screen.
+float drift(vec2 place)
+{
+    vec2 p = place * 6.0;
+    return sin(p.x * 1.3 + 1.7 * sin(p.y * 0.9)) * sin(p.y * 1.7 + 1.3 * sin(p.x * 0.7 + 2.0));
+}
+// place: where on the hatch texture this point is drawn. tone: 1 bare paper, 0 the pencil's full weight.
+// weight: how dark one stroke is, 0..1.
+vec3 pencil(vec2 place, float tone, float weight)
+{
+    float stroke = texture2D(tex, place + redrawJump()).r;
+    float grain = paperGrain();
+    float ink = smoothstep(tone - 0.13, tone + 0.09, stroke);
+    // Shade is also pressed harder than half light, and the grain lets the paper through.
+    float pressure = weight * mix(0.6, 1.0, 1.0 - tone) * mix(0.3, 1.0, smoothstep(0.05, 0.75, grain));
+    // The wash thins out where the light falls and settles in the valleys of the paper.
+    float wash = mix(1.0, 0.4, smoothstep(0.75, 1.0, tone)) * mix(1.0, 0.86, grain);
+    vec3 ground = mix(paperColour, basecolor.rgb, wash);
+    vec3 lead = mix(graphite, basecolor.rgb * 0.4, 0.25);
+    return mix(ground, lead, ink * pressure);
+}
