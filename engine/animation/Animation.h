@@ -5,6 +5,7 @@
 #include "resources/Mesh.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -21,14 +22,17 @@ struct JointAccumulator {
 
 class Animation {
   public:
+    // clip must outlive the animation.
     explicit Animation(const AnimationClip& clip);
     virtual ~Animation() = default;
+    Animation(const Animation&) = delete;
 
     // Places the play head, wrapping when the animation loops and has no follow-up, else holding at the ends.
     virtual void setTime(float seconds);
     // Advances fade, play head and key cursors by dt seconds. Returns the number of tracks.
     virtual int update(float dt);
-    // Adds this animation's contribution for one joint; factor is its layer's share, 0..1.
+    // Adds this animation's contribution for one joint; factor is its layer's share, 0..1. Nothing for a
+    // masked joint and for a track of fewer than three keys.
     virtual void sample(int joint, JointAccumulator& sum, float factor);
 
     const AnimationClip* clip;
@@ -39,7 +43,7 @@ class Animation {
     float duration = 0;
     bool restarted = false; // the play head went against the playing direction since the last update
     bool loop = true;
-    std::vector<int32_t> keyCursor; // a track: the key at or before time
+    std::vector<int32_t> keyCursor; // a track: the key at or before time, as of the last update
     std::vector<uint8_t> jointMask; // a joint: non-zero keeps this animation off it
 
     // The clip to start when this one ends; empty for none. It is due (nextBlendTime + nextOffset) x |speed|
@@ -56,10 +60,19 @@ class Animation {
     bool replaced = false;
 
   protected:
+    Animation(const AnimationClip& clip, std::size_t trackCount, float duration);
     void updateFade(float dt);
+
+  private:
+    using Track = std::vector<Keyframe>;
+    bool masks(std::size_t joint) const { return joint < jointMask.size() && jointMask[joint]; }
+    int32_t advancedCursor(const Track& track, int32_t cursor) const;
+
+    bool cursorsBehind_ = false; // the play head was placed after the last update
 };
 
-// Blends children by weights that the game sets, each child on its own clock.
+// Blends children by weights that the game sets, each child on its own clock. Its own clip is a dummy of
+// 100 seconds.
 class AnimationMixState : public Animation {
   public:
     static constexpr int maxChildren = 10;
@@ -75,7 +88,6 @@ class AnimationMixState : public Animation {
     std::array<float, maxChildren> childWeights{};
 
   private:
-    explicit AnimationMixState(const AnimationClip& own);
     AnimationClip dummy_;
 };
 

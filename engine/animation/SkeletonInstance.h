@@ -32,7 +32,7 @@ struct JointOverride {
     bool overrideRotation = false;
     bool offsetPosition = false;
     Quat rotation; // in the space of the unit
-    Vec3 offset;
+    Vec3 offset;   // from the bind position
 };
 
 class SkeletonInstance {
@@ -46,16 +46,24 @@ class SkeletonInstance {
     // Starts or restarts a clip with a cross-fade of fadeSeconds on its layer. Null when there is no such
     // clip. The result loops and has its default follow-up; clear loop for a one-shot.
     Animation* play(std::string_view clip, float fadeSeconds = 0);
-    // As play, then queues next to follow clip without looping it. Null as above.
-    Animation* playThen(std::string_view clip, std::string_view next, float fadeSeconds = 0);
+    // A one-shot and the pose it ends in, such as "jumpoff" then "jump_up": plays clip, which runs once and
+    // starts a cross-fade to next blendSeconds before its end (at once when it is shorter), holding its last
+    // key until the fade is over. The times follow the clip's speed, so that speed may be set on the result.
+    // A play of any other clip on the layer in between cancels next. Returns clip's animation, null as above.
+    Animation* playThen(std::string_view clip, std::string_view next, float fadeSeconds = 0,
+                        float blendSeconds = 0.1f);
     // The instance's animation of that clip, playing or not; null when there is no such clip.
     Animation* animation(std::string_view clip);
     // Puts an animation into the playing list, such as a mix the game has built. The instance owns it.
     Animation* add(std::unique_ptr<Animation> animation);
+    // Puts one of the instance's animations at the end of the playing list, as it is; one that plays already
+    // moves there.
+    void start(Animation& animation);
 
     // Advances every playing animation by the timer's delta and starts the follow-ups that are due.
     void updateAnimations();
-    // Rebuilds every joint from the bind pose, the animations and the overrides.
+    // Rebuilds every joint from the bind pose, the animations and the overrides. Children of an overridden
+    // joint follow it.
     void updateSkeleton();
 
     int jointCount() const { return static_cast<int>(joints.size()); }
@@ -69,8 +77,11 @@ class SkeletonInstance {
     std::vector<Mat4> skinMatrices; // a joint: world x inverse bind
 
   private:
+    Animation* restartInList(Animation& played, float fadeSeconds);
+    void startFollowUp(Animation& ended);
     void poseJoint(int joint);
     void placeJoint(int joint);
+    void overrideJoint(int joint);
 };
 
 } // namespace Zelkor

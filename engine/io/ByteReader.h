@@ -4,8 +4,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace Zelkor {
@@ -24,10 +26,20 @@ class ByteReader {
     // count elements of elementSize bytes each: the count as it was read if they fit into what is left, else
     // the reader fails and 0 comes back. Negative counts fail.
     int32_t count(std::size_t elementSize);
-    // Fills a freshly sized array of count elements straight from the data.
+    // Fills a freshly sized array of count elements straight from the data; empty when they do not fit.
     std::vector<float> floats(std::size_t count);
     std::vector<int32_t> ints(std::size_t count);
     std::vector<uint8_t> bytes(std::size_t count);
+    // The same for any element without padding that the file holds as it stands in memory.
+    template <class T>
+    std::vector<T> array(std::size_t count) {
+        static_assert(std::is_trivially_copyable_v<T>);
+        // Divided, not multiplied: a count near the largest size must not wrap round to a small one.
+        const uint8_t* from = take(count > left() / sizeof(T) ? left() + 1 : count * sizeof(T));
+        std::vector<T> result(from ? count : 0);
+        if (!result.empty()) std::memcpy(result.data(), from, count * sizeof(T));
+        return result;
+    }
     void skip(std::size_t count);
 
     bool failed() const { return failed_; }
@@ -36,6 +48,8 @@ class ByteReader {
 
   private:
     const uint8_t* take(std::size_t count);
+    template <class T>
+    T value();
 
     std::span<const uint8_t> bytes_;
     std::size_t position_ = 0;

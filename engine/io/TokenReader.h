@@ -14,7 +14,7 @@ namespace Zelkor {
 
 class TokenReader {
   public:
-    // Takes a file opened in mode "rb", reads it whole from its current position's start and closes it.
+    // Takes a file opened in mode "rb", reads it from its current position to its end and closes it.
     static std::unique_ptr<TokenReader> open(std::FILE* file);
     // The same over bytes that are already in memory.
     explicit TokenReader(std::vector<char> bytes);
@@ -42,6 +42,7 @@ class TokenReader {
 
   private:
     void beginToken();
+    std::string_view nextWord();
 
     std::vector<char> data_;
     int32_t position_ = 0;
@@ -49,6 +50,8 @@ class TokenReader {
 };
 
 // A missing reader counts as at its end.
-inline bool atEnd(const TokenReader* reader) { return !reader || reader->atEnd(); }
+inline bool atEnd(const TokenReader* reader) {
+    return !reader || reader->atEnd();
+}
 
 } // namespace Zelkor

@@ -60,10 +60,40 @@ struct VertexData {
     std::vector<Influence> influences;
 };
 
+// The vertices that a submesh draws and joints move, laid out for skinning: see Skinning.h.
+struct SkinPlan {
+    // A vertex at rest, as vectors of four: a point (w 1) and a direction (w 0).
+    struct Rest {
+        float position[4];
+        float normal[4];
+    };
+    // Follows one or two joints; for one, the second weight is 0.
+    struct alignas(16) Pair {
+        Rest rest;
+        float weight[2];
+        uint16_t joint[2];
+        int32_t vertex;
+    };
+    // Follows more: its terms stand together in terms.
+    struct Run {
+        Rest rest;
+        int32_t vertex;
+        int32_t first, count;
+    };
+    struct Term {
+        int32_t joint;
+        float weight;
+    };
+    std::vector<Pair> pairs;
+    std::vector<Run> runs;
+    std::vector<Term> terms;
+};
+
 struct Submesh {
-    std::string materialName; // "collision" marks collision geometry, which is never drawn
+    std::string materialName;     // "collision" marks collision geometry, which is never drawn
     std::vector<int32_t> indices; // three a triangle, each below the vertex count
     int renderBuffer = -1;        // -1: drawn from the arrays
+    SkinPlan skinPlan;            // filled once the skeleton is known
 
     int triangleCount() const { return static_cast<int>(indices.size() / 3); }
     bool isCollision() const { return materialName == "collision"; }
@@ -77,11 +107,15 @@ struct Mesh {
     std::vector<Submesh> submeshes;
     Vec3 boxMin, boxMax;
     int refCount = 0;
+    bool skinPlansMade = false; // see makeSkinPlans
 };
 
 // Both readers check every count and length against the bytes that are left and every index against what it
-// points into. None when the data is cut short or inconsistent; nothing is returned half read. On failure
-// reason, if given, says what is wrong and at which byte.
+// points into; numbers must be finite, parents stand before their children, rotations are of unit length.
+// None when the data is cut short or inconsistent; nothing is returned half read. On failure reason, if
+// given, says what is wrong and at which byte.
+// Influences are the exception: those of vertices or joints that are not there are left out, a vertex here
+// and a joint when the mesh meets its skeleton.
 std::optional<Mesh> readMesh(std::span<const uint8_t> bytes, std::string* reason = nullptr);
 std::optional<SkeletonData> readSkeleton(std::span<const uint8_t> bytes, std::string* reason = nullptr);
 

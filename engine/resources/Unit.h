@@ -37,7 +37,8 @@ class RenderItem {
 
     const Submesh* submesh;
     int joint = -1; // the joint it is attached to, -1 for none
-    // Skinned positions and normals, one each a vertex; empty for an unskinned item.
+    // Skinned positions and normals, one each a vertex of the mesh, valid for the vertices that the submesh's
+    // indices name; empty for an unskinned item.
     std::vector<Vec3> skinnedPositions;
     std::vector<Vec3> skinnedNormals;
 
@@ -48,6 +49,7 @@ class RenderItem {
 
 class Unit {
   public:
+    // Finds the materials of the mesh, so the material manager must be there; mesh must outlive the unit.
     Unit(Mesh& mesh, int id);
     ~Unit();
     Unit(const Unit&) = delete;
@@ -55,9 +57,9 @@ class Unit {
 
     const std::string& name() const { return mesh->name; }
 
-    // Advances the animations, rebuilds the skeleton and skins, at most once for each frame number.
+    // Advances the animations, rebuilds the skeleton and skins, at most once for each frame number (from 0).
     void frameUpdate(int frameNumber);
-    // Refreshes boxMin and boxMax from the transform.
+    // Refreshes worldBoxMin and worldBoxMax from the transform.
     void updateWorldBox();
     // Attached units are drawn with this one, at their own transforms. The child stays the caller's.
     void attach(Unit* child) { children.push_back(child); }
@@ -84,6 +86,8 @@ class Unit {
     std::vector<Unit*> children;
 
   private:
+    void addItem(const Submesh& submesh);
+
     friend class Scene;
     int updatedFrame_ = -1;
     std::list<std::unique_ptr<Unit>>::iterator place_; // in the scene that owns it
