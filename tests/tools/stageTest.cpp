@@ -1,0 +1,254 @@
+// The stage compiler: what it writes, what it refuses and where it says so, and whom it lets reach the end.
+#include "stage/Reach.h"
+#include "stage/StageChecks.h"
+#include "stage/StageCommand.h"
+#include "stage/StageMap.h"
+#include "stage/StageWriter.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace fs = std::filesystem;
+
+namespace forge {
+namespace {
+
+const std::string head = R"(stage 7
+tiles t
+origin -330,0
+legend {
+    "#" rock
+    "=" top1 top2 top3
+    "~" hatch
+    "^" spike
+    "B" big
+    "F" fill
+}
+)";
+
+const std::string tail = R"(
+event hero SpawnPlayer at=1,1 mesh=corvan
+event finish PlayerRect columns=8,9 rows=1,3 {
+    triggers clear
+}
+event clear OpenMenu menu=8
+start room hero finish
+)";
+
+const std::string room = "camera room columns=0,9 rows=-2,8 instant\n";
+const std::string flat = "map {\n    0 \"##########\"\n}\n";
+
+// An assets folder of its own with a handful of tiles.
+class StageCompiler : public testing::Test {
+  protected:
+    void SetUp() override {
+        const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+        folder = fs::temp_directory_path() / ("stage_" + std::string(test->name()));
+        fs::remove_all(folder);
+        fs::create_directories(folder / "models/tiles/t");
+        fs::create_directories(folder / "units/tiles/t");
+        fs::create_directories(folder / "stages");
+        for (const char* name : {"rock", "top1", "top2", "top3", "hatch", "spike", "big", "fill", "tuft"})
+            std::ofstream(folder / "models/tiles/t" / (std::string(name) + ".model"));
+        std::ofstream(folder / "units/tiles/t/tiledef.txt")
+            << "hatch size 1 1 1 type 4 ;\nspike type 9 ;\nbig size 2 2 1 type 1 ;\nfill scaleX scaleY "
+               ";\ncut type 2";
+    }
+    void TearDown() override { fs::remove_all(folder); }
+
+    Stage compile(const std::string& text) {
+        Stage stage = parseStage("s.stage", text, catalogue);
+        checkStage(stage, StageGrid(stage));
+        return stage;
+    }
+
+    // What the compiler says to a faulty source; empty when it accepts it.
+    std::string refusal(const std::string& text) {
+        try {
+            compile(text);
+        } catch (const SourceError& error) {
+            return error.what();
+        }
+        return "";
+    }
+
+    bool endReached(const std::string& maps, const std::string& rooms = room) {
+        const Stage stage = compile(head + maps + rooms + tail);
+        return searchReach(stage, StageGrid(stage)).endReached;
+    }
+
+    fs::path folder;
+    TileCatalogue catalogue{
+        fs::temp_directory_path() /
+        ("stage_" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()))};
+};
+
+TEST_F(StageCompiler, WritesTheFilesOfATinyStage) {
+    const Stage stage = compile(head + R"(map column=-1 {
+    1 "......^....B"
+    0 "############"
+}
+place tuft 2.5,1 z=-12.5
+)" + R"(camera room columns=0,9 rows=-2,8 instant {
+    exit right rows=1,3 to=next
+}
+camera next columns=10,19 rows=-2,8
+event foe SpawnEnemy at=4,1 actor=Goomba mesh=goomba facing=left {
+    param 0 2.5
+    triggers count
+}
+event count Counter count=3
+event tune Music track=town
+event pull Field columns=2,3 rows=4,5 pull=left
+event lift Thingy at=3,4 actor=MovingPlatform mesh=p rot=[90,0,1,0]
+)" + tail + "start foe count tune pull\n");
+    const StageGrid grid(stage);
+    EXPECT_EQ(stageFileName(stage), "level007");
+    const std::string level = levelText(stage, grid);
+    EXPECT_EQ(level.substr(0, level.find('\n')), "-340 0 13 3");
+    EXPECT_NE(level.find("\ntiles/t/spike -280 10 0\n"), std::string::npos);
+    EXPECT_NE(level.find("\ntiles/t/big -230 10 0\n"), std::string::npos);
+    EXPECT_NE(level.find("\ntiles/t/tuft -305 10 -12.5\n\n"), std::string::npos);
+    EXPECT_EQ(std::count(level.begin(), level.end(), '\n'), 1 + 14 + 1 + 1);
+    EXPECT_EQ(eventText(stage), R"({
+CameraBounds{ min -335 -25 max -235 85 instant 1 triggers 1 1 }
+CameraEdge{ min -335 4 max -235 35 dir 0 triggers 1 2 }
+CameraBounds{ min -235 -25 max -135 85 instant 0 }
+SpawnEnemy{ pos -290 5 0 rot 180 0 1 0 mesh goomba type 13 triggers 1 4 param 0 2.5 }
+Counter{ pos 0 0 0 numTriggers 3 }
+Music{ pos 0 0 0 town }
+Field{ min -315 35 max -295 55 type 2 }
+Thingy{ pos -300 40 0 rot 90 0 1 0 mesh p type 18 }
+SpawnPlayer{ pos -320 6 0 rot 0 0 1 0 mesh corvan }
+PlayerRect{ min -255 5 max -235 35 triggers 1 10 }
+OpenMenu{ pos 0 0 0 menu 8 }
+StartupTriggers 7 0 8 9 3 4 5 6 
+}
+)");
+}
+
+TEST_F(StageCompiler, SaysWhereASourceIsWrong) {
+    const std::string good = head + flat + room + tail;
+    ASSERT_EQ(refusal(good), "");
+    const int after = 12; // the line behind the head
+    const auto at = [](int line, int column, const std::string& reason) {
+        return "s.stage:" + std::to_string(line) + ":" + std::to_string(column) + ": " + reason;
+    };
+    const struct {
+        std::string text, expected;
+    } cases[] = {
+        {head + "place bush 1,1 z=3", at(after, 7, "unknown tile 'tiles/t/bush'")},
+        {head + "place tuft 1,1 z=0", at(after, 1, "scenery at depth 0 would be part of the play plane")},
+        {head + "map {\n 0 \"##\"\n 1 \"##\"\n}", at(after + 2, 2, "the rows of a map go downwards")},
+        {head + "map {\n 0 \"#.?\"\n}", at(after + 1, 7, "'?' is not in the legend")},
+        {head + "map {\n 1 \"B#\"\n 0 \"##\"\n}" + room + tail,
+         at(after + 1, 6, "'tiles/t/rock' overlaps 'tiles/t/big'")},
+        {head + "map {\n 1 \"F\"\n 0 \"FF\"\n}" + room + tail,
+         at(after + 2, 5, "this patch of 'tiles/t/fill' stretches both ways and must be a rectangle")},
+        {good + "event e Explosion at=1,1", at(23, 9, "unknown event 'Explosion'")},
+        {good + "event e SpawnEnemy at=1,1 mesh=m actor=Dragon", at(23, 40, "unknown actor 'Dragon'")},
+        {good + "event hero NonReset", at(23, 1, "there is another event 'hero'")},
+        {good + "event e NonReset {\n triggers e nobody\n}", at(24, 13, "there is no event 'nobody'")},
+        {good + "start nobody", at(23, 7, "there is no event 'nobody'")},
+        {good + "event e NonReset", at(23, 1, "nothing sets off 'e'")},
+        {good + "event e SpawnEnemy at=2,0 mesh=m actor=Goomba\nstart e",
+         at(23, 1, "'e' stands inside solid cells")},
+        {head + "map {\n 2 \".#\"\n 1 \"..\"\n 0 \"##\"\n}" + room + tail,
+         at(after + 6, 1, "'hero' stands inside solid cells")},
+        {head + flat + tail, at(21, 7, "there is no event 'room'")},
+        {head + flat + "event clear OpenMenu menu=8\nstart clear",
+         at(16, 1, "the stage has no hero (SpawnPlayer)")},
+        {head + flat + "event hero SpawnPlayer at=1,1 mesh=m\nstart hero",
+         at(16, 1, "the stage has no camera area")},
+        {head + flat + room + "event hero SpawnPlayer at=1,1 mesh=m\nstart hero room",
+         at(17, 1, "the stage has no end (OpenMenu menu=8)")},
+    };
+    for (const auto& each : cases)
+        EXPECT_EQ(refusal(each.text), each.expected) << each.text;
+}
+
+TEST_F(StageCompiler, ChoosesVariantsByPositionAlone) {
+    const auto names = [&](const std::string& row) {
+        std::vector<std::string> out;
+        for (const StageTile& tile : parseStage("s", head + "map {\n 0 \"" + row + "\"\n}", catalogue).tiles)
+            out.push_back(tile.kind->name);
+        return out;
+    };
+    const std::vector<std::string> whole = names("============"), changed = names("#===========");
+    EXPECT_TRUE(std::equal(whole.begin() + 1, whole.end(), changed.begin() + 1));
+    for (const char* name : {"tiles/t/top1", "tiles/t/top2", "tiles/t/top3"})
+        EXPECT_GT(std::count(whole.begin(), whole.end(), name), 0);
+}
+
+TEST_F(StageCompiler, ScattersAndDressesWithinTheirRanges) {
+    const std::string source = head + flat + R"(scatter tuft columns=2,8 row=1 count=12 z=-9,-4 seed=3
+repeat tuft from=0,2 step=1.5,0.5 count=3 z=8
+dress "#" tuft z=2,3 share=0.5 rise=1 seed=2
+)";
+    const Stage stage = parseStage("s", source, catalogue);
+    ASSERT_GT(stage.scenery.size(), 15u);
+    ASSERT_LT(stage.scenery.size(), 25u);
+    for (std::size_t i = 0; i < 12; ++i) {
+        const Zelkor::Vec3 p = stage.scenery[i].position;
+        EXPECT_TRUE(p.x >= -310 && p.x <= -250 && p.y == 10 && p.z >= -9 && p.z <= -4) << i;
+    }
+    EXPECT_EQ(stage.scenery[14].position, (Zelkor::Vec3{-300, 30, 8}));
+    for (std::size_t i = 15; i < stage.scenery.size(); ++i)
+        EXPECT_TRUE(stage.scenery[i].position.z >= 2 && stage.scenery[i].position.z <= 3);
+}
+
+// The hero rises 3.3 rows on a full jump and clears five columns at a run.
+TEST_F(StageCompiler, LetsTheHeroReachWhatHeCanJump) {
+    EXPECT_TRUE(endReached("map {\n 0 \"###....###\"\n}"));
+    EXPECT_FALSE(endReached("map {\n 0 \"##......##\"\n}"));
+    EXPECT_TRUE(
+        endReached("map {\n 3 \".....#....\"\n 2 \".....#....\"\n 1 \".....#....\"\n 0 \"##########\"\n}"));
+    const std::string wall =
+        "map {\n 4 \".....#....\"\n 3 \".....#....\"\n 2 \".....#....\"\n 1 \".....#....\"\n";
+    EXPECT_FALSE(endReached(wall + " 0 \"##########\"\n}"));
+    // A low ceiling keeps the jump over the spikes too short; a hatch lets him through and carries him.
+    EXPECT_TRUE(endReached("map {\n 1 \"....^.....\"\n 0 \"##########\"\n}"));
+    EXPECT_FALSE(endReached("map {\n 3 \"##########\"\n 1 \"....^.....\"\n 0 \"##########\"\n}"));
+    EXPECT_TRUE(endReached("map {\n 6 \".....#....\"\n 5 \"..~~.#....\"\n 4 \".....#....\"\n"
+                           " 3 \"~~...#....\"\n 2 \".....#....\"\n 1 \".....#....\"\n 0 \"##########\"\n}"));
+    EXPECT_FALSE(endReached(wall + " 0 \"^#########\"\n}"));
+}
+
+TEST_F(StageCompiler, KeepsTheHeroInsideHisCameraAreas) {
+    const std::string split = "camera next columns=5,9 rows=-2,8\n";
+    EXPECT_FALSE(
+        endReached(flat, "camera room columns=0,4 rows=-2,8 {\n exit right rows=5,6 to=next\n}\n" + split));
+    EXPECT_TRUE(
+        endReached(flat, "camera room columns=0,4 rows=-2,8 {\n exit right rows=1,2 to=next\n}\n" + split));
+    // Up and over: the upper area is left through its right side.
+    const std::string tower =
+        "map {\n 7 \"......####\"\n 5 \"...~~.....\"\n 3 \"~~~.......\"\n 0 \"######....\"\n}";
+    const std::string over = "camera room columns=0,5 rows=-2,4 {\n exit up columns=0,5 to=high\n}\n"
+                             "camera high columns=0,9 rows=3,14";
+    EXPECT_TRUE(searchReach(compile(head + tower + "\n" + over +
+                                    "\nevent e PlayerRect columns=6,9 rows=8,9 {\n"
+                                    " triggers clear\n}\nstart e\n" +
+                                    tail),
+                            StageGrid(parseStage("s", head + tower, catalogue)))
+                    .endReached);
+}
+
+TEST_F(StageCompiler, WritesNothingForAStageWithoutAWay) {
+    const fs::path source = folder / "stages/s.stage", out = folder / "out";
+    std::ofstream(source) << head << flat << room << tail;
+    stageCommand({source.string(), out.string(), "--map", (folder / "map.png").string()});
+    EXPECT_TRUE(fs::exists(out / "level007.level") && fs::exists(out / "level007.event"));
+    EXPECT_GT(fs::file_size(folder / "map.png"), 200u);
+    fs::remove_all(out);
+    std::ofstream(source) << head << "map {\n 0 \"##......##\"\n}\n" << room << tail;
+    EXPECT_THROW(stageCommand({source.string(), out.string()}), SourceError);
+    EXPECT_FALSE(fs::exists(out));
+    EXPECT_THROW(stageCommand({(folder / "none.stage").string(), out.string()}), std::runtime_error);
+}
+
+} // namespace
+} // namespace forge
