@@ -20,10 +20,26 @@ const auto processStart = std::chrono::steady_clock::now();
 
 constexpr const char* offscreenDriver = "offscreen";
 
+bool isOffscreen(const char* driver) {
+    return driver && std::strcmp(driver, offscreenDriver) == 0;
+}
+
 // Drivers that open windows nobody sees.
 bool isUnseen(const char* driver) {
-    return std::strcmp(driver, offscreenDriver) == 0 || std::strcmp(driver, "dummy") == 0 ||
-           std::strcmp(driver, "evdev") == 0;
+    return isOffscreen(driver) || std::strcmp(driver, "dummy") == 0 || std::strcmp(driver, "evdev") == 0;
+}
+
+// Leaves video as it is when it already is of the wanted kind.
+bool initVideo(bool headless) {
+    if (SDL_InitSubSystem(SDL_INIT_EVENTS) != 0) return false;
+    if (SDL_WasInit(SDL_INIT_VIDEO)) {
+        if (isOffscreen(SDL_GetCurrentVideoDriver()) == headless) return true;
+        SDL_QuitSubSystem(SDL_INIT_VIDEO);
+    }
+    if (headless) SDL_SetHintWithPriority(SDL_HINT_VIDEODRIVER, offscreenDriver, SDL_HINT_OVERRIDE);
+    const bool ready = SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
+    SDL_ResetHint(SDL_HINT_VIDEODRIVER);
+    return ready;
 }
 
 int bitsOf(const SDL_DisplayMode& mode) {
@@ -111,16 +127,19 @@ struct SdlPlatform::State {
     std::vector<SDL_DisplayMode> sdlModes();
 };
 
+// Video, events and the driver's library stay up until the process ends: drivers and the desktop's libraries
+// leave memory behind each time they are unloaded, and a new display mode would have to load them again.
 bool SdlPlatform::State::startVideo() {
     if (videoReady) return true;
-    if (desktop.headless) SDL_SetHintWithPriority(SDL_HINT_VIDEODRIVER, offscreenDriver, SDL_HINT_OVERRIDE);
+    if (!initVideo(desktop.headless)) return false;
+    videoReady = true;
     // Losing the focus is a message; what to do about it is the program's decision.
     SDL_SetHint(SDL_HINT_VIDEO_MINIMIZE_ON_FOCUS_LOSS, "0");
-    videoReady = SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
-    SDL_ResetHint(SDL_HINT_VIDEODRIVER); // for other platform objects of this process
     // Keys are keys here; an input method would swallow some of them.
-    if (videoReady) SDL_StopTextInput();
-    return videoReady;
+    SDL_StopTextInput();
+    // Without OpenGL this fails, and creating a window will fail in its turn.
+    SDL_GL_LoadLibrary(nullptr);
+    return true;
 }
 
 std::vector<SDL_DisplayMode> SdlPlatform::State::sdlModes() {
@@ -137,17 +156,10 @@ SdlPlatform::SdlPlatform(SdlOptions options) : state_(std::make_unique<State>())
     state_->desktop.headless = options.headless;
 }
 
-SdlPlatform::~SdlPlatform() {
-    state_->controllers.reset();
-    if (state_->videoReady) SDL_QuitSubSystem(SDL_INIT_VIDEO);
-}
+SdlPlatform::~SdlPlatform() = default;
 
 bool SdlPlatform::displayAvailable() {
-    if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) return false;
-    const char* driver = SDL_GetCurrentVideoDriver();
-    const bool seen = driver && !isUnseen(driver) && SDL_GetNumVideoDisplays() > 0;
-    SDL_QuitSubSystem(SDL_INIT_VIDEO);
-    return seen;
+    return initVideo(false) && !isUnseen(SDL_GetCurrentVideoDriver()) && SDL_GetNumVideoDisplays() > 0;
 }
 
 bool SdlPlatform::registerWindowClass() {

@@ -41,6 +41,18 @@ std::vector<Message> drain(Platform& platform) {
     return messages;
 }
 
+// The first of this program that starts video, which then stays up.
+TEST(SdlPlatform, NoDisplayIsSeenBeforeAWindowIsOpened) {
+    ::unsetenv("WAYLAND_DISPLAY");
+    ::setenv("DISPLAY", ":4711", 1);                            // where no server listens,
+    ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/none", 1); // and no bus is launched for it
+    ::setenv("SDL_VIDEODRIVER", "x11", 1);
+    EXPECT_FALSE(SdlPlatform::displayAvailable());
+    ::setenv("SDL_VIDEODRIVER", "dummy", 1);
+    EXPECT_FALSE(SdlPlatform::displayAvailable());
+    ::unsetenv("SDL_VIDEODRIVER");
+}
+
 class Headless : public ::testing::Test {
   protected:
     SdlPlatform sdl{{.headless = true}};
@@ -98,16 +110,6 @@ TEST_F(Headless, NothingLeavesTheProcess) {
     const std::string written = ::testing::internal::GetCapturedStderr();
     EXPECT_NE(written.find("Continue anyway?"), std::string::npos);
     EXPECT_NE(written.find("Closing."), std::string::npos);
-}
-
-TEST(SdlPlatform, NoDisplayIsSeenBeforeAWindowIsOpened) {
-    ::unsetenv("WAYLAND_DISPLAY");
-    ::setenv("DISPLAY", ":4711", 1); // where no server listens
-    ::setenv("SDL_VIDEODRIVER", "x11", 1);
-    EXPECT_FALSE(SdlPlatform::displayAvailable());
-    ::setenv("SDL_VIDEODRIVER", "dummy", 1);
-    EXPECT_FALSE(SdlPlatform::displayAvailable());
-    ::unsetenv("SDL_VIDEODRIVER");
 }
 
 TEST(SdlPlatform, DocumentsFolderFollowsTheEnvironment) {
