@@ -1,0 +1,43 @@
+#include "actors/player/HeroClips.h"
+
+#include "animation/SkeletonInstance.h"
+#include "resources/Unit.h"
+
+#include <string_view>
+
+namespace {
+
+constexpr std::string_view shoulderPath = "rig_JT_DRV_neck_Base1|rig_JT_DRV_R_Clavicle|rig_JT_DRV_R_Shoulder";
+constexpr int recoilLayer = 2; // apart from the body's clips, which would replace it
+
+bool isShoulderOrBelow(std::string_view path) {
+    return path.starts_with(shoulderPath) &&
+           (path.size() == shoulderPath.size() || path[shoulderPath.size()] == '|');
+}
+
+} // namespace
+
+void playClip(Zelkor::Unit& unit, const HeroClip& clip) {
+    if (!unit.skeleton) return;
+    Zelkor::Animation* playing = clip.next ? unit.skeleton->playThen(clip.name, clip.next, clip.blend)
+                                           : unit.skeleton->play(clip.name, clip.blend);
+    if (!playing) return;
+    playing->speed = clip.speed;
+    if (clip.once) playing->loop = false;
+}
+
+void setClipSpeed(Zelkor::Unit& unit, const char* name, float speed) {
+    if (!unit.skeleton) return;
+    if (Zelkor::Animation* animation = unit.skeleton->animation(name)) animation->speed = speed;
+}
+
+void prepareArmRecoil(Zelkor::Unit& unit) {
+    if (!unit.skeleton || unit.skeleton->findJoint(shoulderPath) < 0) return;
+    Zelkor::Animation* recoil = unit.skeleton->animation(HeroClips::armRecoil);
+    if (!recoil) return;
+    recoil->additive = true;
+    recoil->layer = recoilLayer;
+    recoil->jointMask.resize(unit.skeleton->joints.size());
+    for (std::size_t joint = 0; joint < recoil->jointMask.size(); ++joint)
+        recoil->jointMask[joint] = isShoulderOrBelow(unit.skeleton->data->jointNames[joint]) ? 0 : 1;
+}

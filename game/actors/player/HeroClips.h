@@ -1,0 +1,50 @@
+// The hero's animation clips and how each is played.
+#pragma once
+
+namespace Zelkor {
+class Unit;
+}
+
+struct HeroClip {
+    const char* name;
+    float speed = 1;
+    float blend = 0.1f;         // seconds of cross-fade
+    const char* next = nullptr; // the clip to follow
+    bool once = false;          // holds its last pose
+};
+
+namespace HeroClips {
+
+inline constexpr HeroClip idle{"idle"};
+inline constexpr HeroClip run{"run"};
+inline constexpr HeroClip crouch{"crouch", 1.6f};
+inline constexpr HeroClip crouchFlipped{"crouch_flipped", 1.6f};
+inline constexpr HeroClip crouchTurn{"crouch_turn", 1, 0.1f, "crouch_flipped"}; // from facing right
+inline constexpr HeroClip crouchTurn2{"crouch_turn2", 1, 0.1f, "crouch"};       // from facing left
+
+inline constexpr HeroClip jumpOff{"jumpoff", 1, 0.05f, "jump_up"};
+inline constexpr HeroClip jumpTurn{"jump_turn", 0.4f, 0.1f, "fall"};
+inline constexpr HeroClip fall{"fall"};
+
+// Landing strikes its pose at once and then melts into what follows.
+inline constexpr float landingBlend = 0.2f;
+inline constexpr HeroClip land{"land", 1, 0};
+inline constexpr HeroClip landToIdle{"idle", 1.3f, landingBlend};
+inline constexpr HeroClip landToRun{"run", 1.6f, landingBlend};
+inline constexpr HeroClip landToCrouch{"crouch", 1.6f, landingBlend};
+inline constexpr HeroClip landToCrouchFlipped{"crouch_flipped", 1.6f, landingBlend};
+
+inline constexpr HeroClip hurtBack{"hurt_back", 1, 0.05f, nullptr, true};
+inline constexpr HeroClip hurtFront{"hurt_front", 1, 0.05f, nullptr, true};
+
+inline constexpr const char* armRecoil = "arm_recoil";
+
+} // namespace HeroClips
+
+// Nothing happens where the unit has no such clip.
+void playClip(Zelkor::Unit& unit, const HeroClip& clip);
+// Changes the pace of a clip, playing or not.
+void setClipSpeed(Zelkor::Unit& unit, const char* name, float speed);
+// Makes "arm_recoil" a layer of its own that adds its motion to whatever the body plays, and moves the right
+// arm from the shoulder down only.
+void prepareArmRecoil(Zelkor::Unit& unit);

@@ -1,0 +1,80 @@
+#include "actors/player/Player.h"
+
+#include "actors/player/HeroConstants.h"
+#include "core/EngineManagers.h"
+#include "core/TimerManager.h"
+#include "game/Game.h"
+#include "game/GameCamera.h"
+#include "game/Session.h"
+#include "input/ControllerManager.h"
+#include "resources/Unit.h"
+
+using Zelkor::Vec3;
+
+PlayerSurroundings PlayerSurroundings::ofGame() {
+    PlayerSurroundings world;
+    world.device = &Zelkor::engineManagers()->controllerManager->firstPlayer();
+    world.timer = Zelkor::TimerManager::instance().findTimer("game");
+    if (const Game* game = Game::current()) {
+        world.grid = game->tileGrid();
+        world.camera = game->camera();
+        world.actors = game->thingyManager.get();
+        world.session = game->session.get();
+    }
+    return world;
+}
+
+Player::Player(Zelkor::Unit& ownUnit, const PlayerSurroundings& surroundings)
+    : Thingy(ownUnit, GROUP_PLAYER), aimAngle(Zelkor::pi / 2), yaw(aimAngle), input(*surroundings.device),
+      world_(surroundings) {
+    health = maxHealth = heroConstants.maxHealth;
+    bodyCentre = ownUnit.position + Vec3{0, heroConstants.feetBelowCentre, 0};
+    lastPosition = ownUnit.position;
+    const float factor = world_.session ? world_.session->gravityFactor : 1;
+    gravity = heroConstants.gravity * factor;
+    heldJumpGravity = heroConstants.heldJumpGravity * factor;
+    terminalSpeed = heroConstants.terminalSpeed;
+    if (world_.timer) world_.timer->scale = 1;
+}
+
+Player::~Player() {
+    if (world_.camera && world_.camera->target == this) world_.camera->target = nullptr;
+}
+
+void Player::updateFlash(float /*time*/, float dt) {
+    if (flash == 0) return;
+    if (!dead) flash = Zelkor::clamp(flash - heroConstants.flashFade * dt, 0, 1);
+    // The blink is at its reddest at 0, where it has to have ended.
+    tint(flash > 0 ? Zelkor::clamp(Zelkor::cosine(heroConstants.flashBlink * flash), 0, 1) : 0);
+}
+
+void Player::setGravityFrame(const Vec3& newUp, const Vec3& newRight) {
+    inGravityField = true;
+    const Vec3 inWorld = worldVelocity();
+    up = newUp;
+    right = newRight;
+    velocity = {dot(inWorld, right), dot(inWorld, up), 0};
+    input.mapping[0] = {1, 0, 0};
+    input.mapping[1] = {0, 1, 0};
+    targetRoll = 0;
+    if (up.y < -0.5f) {
+        targetRoll = Zelkor::pi;
+        input.mapping[1] = {0, -1, 0};
+    } else if (Zelkor::absolute(up.x) > 0.5f) {
+        targetRoll = up.x > 0 ? -Zelkor::pi / 2 : Zelkor::pi / 2;
+        input.mapping[0] = {0, 1, 0};
+        input.mapping[1] = {1, 0, 0};
+    }
+}
+
+Vec3 Player::feet() const {
+    return bodyCentre - up * heroConstants.feetBelowCentre;
+}
+
+Vec3 Player::worldVelocity() const {
+    return right * velocity.x + up * velocity.y;
+}
+
+float Player::playerTime() const {
+    return world_.timer ? static_cast<float>(world_.timer->total) : 0;
+}

@@ -1,0 +1,77 @@
+// The hero, whatever he does: his health, facing, input, movement frame and the view ahead of him.
+#pragma once
+
+#include "actors/Thingy.h"
+#include "actors/player/LookAhead.h"
+#include "actors/player/PlayerInputSnapshot.h"
+
+class GameCamera;
+class HeldGun;
+class Session;
+class ThingyManager;
+class TileGrid;
+
+namespace Zelkor {
+struct GameTimer;
+}
+
+// What the hero lives in. None of it is owned; the pointers may be null, and what needs them then does
+// nothing.
+struct PlayerSurroundings {
+    // Of the running game, with the first player's device. There must be a ControllerManager.
+    static PlayerSurroundings ofGame();
+
+    const Zelkor::PlayerInput* device = nullptr; // never null
+    TileGrid* grid = nullptr;
+    GameCamera* camera = nullptr;
+    ThingyManager* actors = nullptr;
+    Session* session = nullptr;
+    Zelkor::GameTimer* timer = nullptr; // "game"
+};
+
+class Player : public Thingy {
+  public:
+    Player(Zelkor::Unit& ownUnit, const PlayerSurroundings& surroundings);
+    ~Player() override;
+
+    // Blinks red while a hit protects the hero from the next; red for good in death.
+    void updateFlash(float time, float dt) override;
+    // Holds the hero in the camera area and kills him below it.
+    virtual void keepInView() = 0;
+    // Moves the view ahead; the first call in an update counts.
+    virtual void updateCameraOffset(float moveX, float dt) = 0;
+
+    // Stands the hero on other axes for as long as it is called in every frame. Unit vectors along world
+    // axes.
+    void setGravityFrame(const Zelkor::Vec3& newUp, const Zelkor::Vec3& newRight);
+
+    // The lowest point of the body, along up.
+    Zelkor::Vec3 feet() const;
+    // velocity, turned from the movement frame into the world.
+    Zelkor::Vec3 worldVelocity() const;
+    float playerTime() const;
+
+    float aimAngle; // the yaw to turn to, radians: facing x pi/2
+    int facing = 1; // +1 right, -1 left
+    bool crouching = false;
+    bool skipTileCollision = false; // for one frame, when something else has placed the hero
+    // The movement frame. velocity is in it: x along right, y along up.
+    Zelkor::Vec3 up{0, 1, 0}, right{1, 0, 0};
+    Zelkor::Vec3 bodyCentre;
+    float yaw;                  // radians, follows aimAngle
+    Zelkor::Vec3 carryVelocity; // added for one frame by what carries the hero, world units per second
+    PlayerInputSnapshot input;
+    float wallSide = 0;   // direction of the last push by a wall: -1 towards -x, 0 none
+    float groundSide = 0; // +1 ground under the feet, -1 a ceiling, 0 neither
+    LookAhead lookAhead;
+    Zelkor::Vec3 lastPosition;           // of the unit, at the end of the previous update
+    float rollAngle = 0, targetRoll = 0; // radians, 0 when up is (0, 1, 0)
+    bool inGravityField = false;
+    bool dead = false;
+
+    // Fixed at construction, from the stage's gravity factor.
+    float gravity, heldJumpGravity, terminalSpeed;
+
+  protected:
+    PlayerSurroundings world_;
+};

@@ -1,0 +1,282 @@
+#include "actors/player/PlayerStandard.h"
+
+#include "actors/ThingyManager.h"
+#include "actors/platforms/Platform.h"
+#include "actors/player/HeroClips.h"
+#include "actors/player/HeroConstants.h"
+#include "actors/player/PlayerHurt.h"
+#include "actors/player/PlayerInAirState.h"
+#include "actors/player/PlayerOnGroundState.h"
+#include "actors/player/TileCollision.h"
+#include "core/EngineManagers.h"
+#include "game/GameCamera.h"
+#include "game/Session.h"
+#include "resources/Unit.h"
+#include "resources/UnitManager.h"
+#include "world/TileGrid.h"
+
+#include <algorithm>
+
+using Zelkor::Quat;
+using Zelkor::Vec3;
+
+namespace {
+
+const SpawnRow spawnRow{1, [](Zelkor::Unit& unit) -> std::unique_ptr<Thingy> {
+                            return std::make_unique<PlayerStandard>(unit, PlayerSurroundings::ofGame());
+                        }};
+
+constexpr Vec3 normalUp{0, 1, 0}, normalRight{1, 0, 0};
+
+// Whoever steps on a ladder top from above stands on it, also with one foot beside it.
+constexpr int groundMask = TileType::solid | TileType::ladderTop;
+
+} // namespace
+
+PlayerStandard::PlayerStandard(Zelkor::Unit& ownUnit, const PlayerSurroundings& surroundings)
+    : Player(ownUnit, surroundings), states_{std::make_unique<PlayerOnGroundState>(*this),
+                                             std::make_unique<PlayerInAirState>(*this),
+                                             std::make_unique<PlayerHurt>(*this)},
+      gun_(ownUnit, "maingun") {
+    const float scale = heroConstants.unitScale;
+    ownUnit.scale = {scale, scale, scale};
+    playClip(ownUnit, HeroClips::idle);
+    prepareArmRecoil(ownUnit);
+    if (world_.camera) {
+        world_.camera->target = this;
+        world_.camera->targetOffset = lookAhead.offset;
+    }
+}
+
+PlayerStandard::~PlayerStandard() = default;
+
+void PlayerStandard::update(float time, float dt) {
+    lookedAhead_ = false;
+    forgetLostPlatform();
+
+    states_[static_cast<std::size_t>(state)]->update(time, dt);
+    bodyCentre += worldVelocity() * dt;
+    turn(dt);
+    placeUnit();
+    // What the hero did by himself in this step, before anything carries or pushes him.
+    const Vec3 travelled = unit->position - lastPosition;
+
+    updateCameraOffset(0, dt);
+    bodyCentre += carryVelocity * dt;
+    carryVelocity = {};
+    wallSide = groundSide = 0;
+    // Platforms first: what they push into a tile, the tile pushes back out.
+    collideWithPlatforms();
+    if (!skipTileCollision) collideWithTiles(travelled, dt);
+    skipTileCollision = false;
+    placeUnit();
+
+    if (!input.overridden) keepInView();
+    updateFlash(time, dt);
+    finishStep(dt);
+}
+
+void PlayerStandard::turn(float dt) {
+    const float target = up.x > 0.5f || right.y < -0.5f ? -aimAngle : aimAngle;
+    const float share = heroConstants.yawRate * dt;
+    yaw = yaw * (1 - share) + target * share;
+    rollAngle = rollAngle * (1 - share) + targetRoll * share;
+}
+
+void PlayerStandard::placeUnit() {
+    const Quat roll = Zelkor::quatFromAxisAngle(rollAngle, {0, 0, 1});
+    const Quat turned = Zelkor::quatFromAxisAngle(yaw, {0, 1, 0});
+    Zelkor::quatMultiply(unit->orientation, roll, turned);
+    Vec3 toCentre;
+    Zelkor::quatRotate(toCentre, unit->orientation, {0, heroConstants.feetBelowCentre, 0});
+    unit->position = bodyCentre - toCentre;
+}
+
+void PlayerStandard::moveBody(const Vec3& delta) {
+    bodyCentre += delta;
+    unit->position += delta;
+}
+
+// A platform may have been removed since the hero stepped on it.
+void PlayerStandard::forgetLostPlatform() {
+    platforms_.clear();
+    if (world_.actors) world_.actors->collectAll(GROUP_PLATFORMS, platforms_);
+    if (std::find(platforms_.begin(), platforms_.end(), standingOn) == platforms_.end()) standingOn = nullptr;
+}
+
+void PlayerStandard::collideWithPlatforms() {
+    if (standingOn) bodyCentre += standingOn->carry();
+    standingOn = nullptr;
+    platforms_.clear();
+    if (world_.actors)
+        world_.actors->collectInRadius(GROUP_PLATFORMS, bodyCentre, heroConstants.platformReach, platforms_);
+    for (Thingy* platform : platforms_)
+        pushOutOf(static_cast<Platform&>(*platform));
+}
+
+void PlayerStandard::pushOutOf(Platform& platform) {
+    const HeroBox box = heroBox(bodyCentre, up, crouching);
+    Vec3 centre = box.centre;
+    const PlatformContact contact = platform.pushOut(centre, box.half, worldVelocity());
+    if (!contact.pushed) return;
+    bodyCentre = centre + box.toBodyCentre;
+    const bool upright = box.verticalAxis == 1;
+    const float side = upright ? contact.normal.x : contact.normal.y;
+    const float ground = upright ? contact.normal.y : contact.normal.x;
+    if (wallSide == 0) wallSide = side;
+    if (groundSide == 0) groundSide = ground;
+    if (dot(contact.normal, up) > 0.5f) standingOn = &platform;
+}
+
+void PlayerStandard::collideWithTiles(const Vec3& travelled, float dt) {
+    if (!world_.grid) return;
+    TileBody body;
+    body.bodyCentre = bodyCentre;
+    body.up = up;
+    body.lastPosition = lastPosition;
+    body.velocity = dt > 0 ? travelled * (1 / dt) : Vec3{};
+    body.dt = dt;
+    body.crouching = crouching;
+    body.lowerMask = groundMask;
+    body.upperMask = state == PlayerState::onGround ? groundMask : TileType::solid;
+    body.wallSide = wallSide;
+    body.groundSide = groundSide;
+    const TileContact contact = ::collideWithTiles(*world_.grid, body);
+    bodyCentre = contact.bodyCentre;
+    wallSide = contact.wallSide;
+    groundSide = contact.groundSide;
+    if (contact.killed) die(false);
+}
+
+void PlayerStandard::keepInView() {
+    GameCamera* camera = world_.camera;
+    if (!camera) return;
+    const float margin = heroConstants.edgeMargin;
+    if (position().x < camera->areaMin.x + margin && !camera->exitAllowed(GameCamera::left, position()))
+        holdInView(camera->areaMin.x + margin, true);
+    if (position().x > camera->areaMax.x - margin && !camera->exitAllowed(GameCamera::right, position()))
+        holdInView(camera->areaMax.x - margin, false);
+    // Nothing holds him above or below, but the exit zones there have to be told.
+    if (position().y > camera->areaMax.y + heroConstants.exitAbove)
+        camera->exitAllowed(GameCamera::up, position());
+    if (position().y < camera->areaMin.y - heroConstants.exitBelow)
+        camera->exitAllowed(GameCamera::down, position());
+    if (position().y < camera->areaMin.y - heroConstants.deathBelow) die(true);
+}
+
+void PlayerStandard::holdInView(float x, bool leftEdge) {
+    moveBody({x - position().x, 0, 0});
+    if (leftEdge ? velocity.x < 0 : velocity.x > 0) velocity.x = 0;
+}
+
+void PlayerStandard::finishStep(float dt) {
+    poseGun();
+    if (world_.camera && world_.camera->target == this) world_.camera->targetOffset = lookAhead.offset;
+    lastPosition = unit->position;
+    if (!inGravityField && up.y < 1) setGravityFrame(normalUp, normalRight);
+    inGravityField = false;
+    if (dead) deadTime_ += dt;
+    if (dead && deadTime_ > heroConstants.restartDelay && world_.session)
+        world_.session->restartRequested = true;
+}
+
+// The hand has to be where it will be drawn, so the hero is posed here rather than on his way to the screen,
+// and whether he is drawn or not.
+void PlayerStandard::poseGun() {
+    if (const Zelkor::EngineManagers* managers = Zelkor::engineManagers(); managers && managers->unitManager)
+        unit->frameUpdate(managers->unitManager->frameNumber);
+    gun_.follow();
+}
+
+void PlayerStandard::updateCameraOffset(float moveX, float dt) {
+    if (lookedAhead_) return;
+    lookedAhead_ = true;
+    lookAhead.update(moveX, up, dt);
+}
+
+void PlayerStandard::changeState(int next) {
+    const int previous = state;
+    states_[static_cast<std::size_t>(previous)]->leave(playerTime());
+    states_[static_cast<std::size_t>(next)]->enter(playerTime(), previous);
+    state = next;
+}
+
+void PlayerStandard::startJump() {
+    velocity.y = heroConstants.jumpSpeed;
+    playClip(*unit, HeroClips::jumpOff);
+}
+
+void PlayerStandard::face(float x, float dt) {
+    facing = x < 0 ? -1 : 1;
+    aimAngle = static_cast<float>(facing) * Zelkor::pi / 2;
+    updateCameraOffset(x, dt);
+}
+
+void PlayerStandard::stopAtWall() {
+    const bool againstCarrier = velocity.x * dot(carryVelocity, right) < 0;
+    if (movesIntoWall() && !againstCarrier) velocity.x = 0;
+}
+
+void PlayerStandard::stopAtCeiling() {
+    if (groundSide < 0 && velocity.y > 0) velocity.y = 0;
+}
+
+bool PlayerStandard::hasHeadRoom() const {
+    return !world_.grid || !world_.grid->tileAt(feet() + up * heroConstants.headRoom, TileType::solid);
+}
+
+void PlayerStandard::standUpIfRoom() {
+    if (crouching && hasHeadRoom()) crouching = false;
+}
+
+void PlayerStandard::teleport(const Vec3& destination) {
+    // As from the ground, whatever he was doing: he stands where he appears.
+    states_[static_cast<std::size_t>(state)]->leave(playerTime());
+    states_[PlayerState::onGround]->enter(playerTime(), PlayerState::onGround);
+    state = PlayerState::onGround;
+    facing = 1;
+    aimAngle = yaw = Zelkor::pi / 2;
+    velocity = {};
+    const Vec3 offset = destination - unit->position;
+    moveBody(offset);
+    lastPosition += offset;
+}
+
+int PlayerStandard::onHit(const Attack& attack) {
+    if (dead || flash > 0) return 0;
+    const Vec3 base = feet();
+    const Vec3 side = right * heroConstants.hurtHalfWidth;
+    const Vec3 top = base + up * (crouching ? heroConstants.crouchHurtHeight : heroConstants.hurtHeight);
+    const Vec3 corner = base - side, opposite = top + side;
+    const bool overlaps = attack.boxMax.x > std::min(corner.x, opposite.x) &&
+                          attack.boxMin.x < std::max(corner.x, opposite.x) &&
+                          attack.boxMax.y > std::min(corner.y, opposite.y) &&
+                          attack.boxMin.y < std::max(corner.y, opposite.y);
+    if (!overlaps) return 0;
+
+    const float attackCentre = (attack.boxMin.x + attack.boxMax.x) / 2;
+    const float from = attack.direction.x != 0 ? attack.direction.x : position().x - attackCentre;
+    const float knock = from > 0 ? 1.0f : -1.0f;
+    playClip(*unit, knock == static_cast<float>(facing) ? HeroClips::hurtBack : HeroClips::hurtFront);
+    flash = 1;
+    velocity = {heroConstants.knockSpeed * knock, heroConstants.knockUpSpeed, 0};
+    if (world_.camera) {
+        world_.camera->shakeAmplitude = heroConstants.shakeAmplitude;
+        world_.camera->shakeDecay = heroConstants.shakeDecay;
+    }
+    changeState(PlayerState::hurt);
+    health -= 1;
+    if (health <= 0) die(false);
+    return 1;
+}
+
+void PlayerStandard::die(bool /*fallingOut*/) {
+    if (dead) return;
+    dead = true;
+    velocity = {-heroConstants.knockSpeed * static_cast<float>(facing), heroConstants.knockUpSpeed, 0};
+    playClip(*unit, HeroClips::hurtFront);
+    changeState(PlayerState::hurt);
+    setClipSpeed(*unit, HeroClips::hurtFront.name, heroConstants.deathPoseSpeed);
+    setClipSpeed(*unit, HeroClips::hurtBack.name, heroConstants.deathPoseSpeed);
+    health = 0;
+}

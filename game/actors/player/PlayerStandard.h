@@ -1,0 +1,63 @@
+// The hero on foot: runs, jumps, crouches, is hurt and dies. update() is the order of one step; the states
+// set the velocity and choose the next state.
+#pragma once
+
+#include "actors/player/HeldGun.h"
+#include "actors/player/Player.h"
+#include "actors/player/PlayerState.h"
+
+#include <array>
+#include <memory>
+#include <vector>
+
+class Platform;
+
+class PlayerStandard final : public Player {
+  public:
+    // Becomes the camera's target.
+    PlayerStandard(Zelkor::Unit& ownUnit, const PlayerSurroundings& surroundings);
+    ~PlayerStandard() override;
+
+    void update(float time, float dt) override;
+    void teleport(const Zelkor::Vec3& position) override;
+    int onHit(const Attack& attack) override;
+    void keepInView() override;
+    void updateCameraOffset(float moveX, float dt) override;
+    // Once; what follows is the session's restart.
+    void die(bool fallingOut);
+
+    // For the states.
+    void changeState(int next);
+    // Upwards at the speed of a jump, with its clips; the state is the caller's to change.
+    void startJump();
+    // Turns to the side of x and moves the view ahead.
+    void face(float x, float dt);
+    bool movesIntoWall() const { return velocity.x * wallSide < 0; }
+    // As the wall allows, but never against what carries the hero into it.
+    void stopAtWall();
+    void stopAtCeiling();
+    // Nothing solid where the head would be when standing.
+    bool hasHeadRoom() const;
+    void standUpIfRoom();
+
+    Platform* standingOn = nullptr;
+    int state = PlayerState::onGround;
+
+  private:
+    void turn(float dt);
+    void placeUnit();
+    void moveBody(const Zelkor::Vec3& delta);
+    void collideWithPlatforms();
+    void pushOutOf(Platform& platform);
+    void collideWithTiles(const Zelkor::Vec3& travelled, float dt);
+    void holdInView(float x, bool leftEdge);
+    void finishStep(float dt);
+    void poseGun();
+    void forgetLostPlatform();
+
+    std::array<std::unique_ptr<PlayerState>, PlayerState::count> states_;
+    HeldGun gun_;
+    std::vector<Thingy*> platforms_; // scratch of one step
+    bool lookedAhead_ = false;       // in this update
+    float deadTime_ = 0;             // seconds
+};
