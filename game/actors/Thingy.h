@@ -5,7 +5,8 @@
 
 namespace Zelkor {
 class Unit;
-}
+struct GameTimer;
+} // namespace Zelkor
 
 enum ThingyGroup {
     GROUP_PLAYER = 0,
@@ -33,7 +34,8 @@ struct Attack {
 
 class Thingy {
   public:
-    // The unit is the actor's place in the world; the manager releases it with the actor.
+    // The unit is the actor's place in the world; the manager releases it with the actor. Bound to the timer
+    // "game".
     Thingy(Zelkor::Unit& unit, int group);
     virtual ~Thingy() = default;
     Thingy(const Thingy&) = delete;
@@ -50,11 +52,15 @@ class Thingy {
     virtual void updateFlash(float time, float dt);
 
     Zelkor::Vec3 position() const;
+    // The timer whose time and delta update is given, and that the unit's animations follow. While it is
+    // paused the actor stands still.
+    void bindTimer(Zelkor::GameTimer& other);
 
     Zelkor::Vec3 velocity; // world units per second
     int spawnType = 0;
     Zelkor::Unit* unit;
-    int group;
+    Zelkor::GameTimer* timer = nullptr;
+    const int group; // a ThingyGroup, fixed by the class
     bool removeMe = false;
     bool removeWhenOffscreen = false;
     float health = 0;

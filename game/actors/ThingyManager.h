@@ -17,11 +17,28 @@ struct GameTimer;
 } // namespace Zelkor
 
 // How an actor class makes itself known: a constant of this type in its own file adds its row to the factory.
-//     static const SpawnRow row{13, [](Zelkor::Unit& u) { return std::make_unique<Goomba>(u); }};
+//     static const SpawnRow row{13, createActor<Goomba>};
 struct SpawnRow {
     using Create = std::unique_ptr<Thingy> (*)(Zelkor::Unit&);
+    // spawnType: 1..lastSpawnType, no other class has it.
     SpawnRow(int spawnType, Create create);
 };
+inline constexpr int lastSpawnType = 200;
+
+template <class Actor>
+std::unique_ptr<Thingy> createActor(Zelkor::Unit& unit) {
+    return std::make_unique<Actor>(unit);
+}
+
+// Spawn types that shared code asks for.
+namespace SpawnType {
+inline constexpr int player = 1;
+inline constexpr int rail = 42;
+inline constexpr int pickup = 71;
+inline constexpr int bloodSplatter = 100;
+inline constexpr int tileFall = 102;
+inline constexpr int marker = 200; // nothing to see, only a place
+} // namespace SpawnType
 
 class ThingyManager {
   public:
@@ -35,6 +52,8 @@ class ThingyManager {
     // Null, with a log line, for a type that no class has.
     Thingy* spawn(int type, const std::string& unitName, const Zelkor::Vec3& position,
                   const Zelkor::Quat& orientation = {});
+    // Groups from 9 down to 0, slots in order: what is spawned meanwhile is updated in the same pass if it
+    // lands behind the one that spawned it.
     void update();
     // Deletes every actor and its unit.
     void clear();
@@ -56,7 +75,9 @@ class ThingyManager {
         std::vector<int> freeSlots;
     };
     void insert(std::unique_ptr<Thingy> actor);
+    void updateActor(Thingy& actor) const;
     void remove(Group& group, std::size_t slot);
+    void release(std::unique_ptr<Thingy> actor);
 
     std::array<Group, groupCount> groups_;
     Zelkor::Scene* scene_ = nullptr;
@@ -65,6 +86,7 @@ class ThingyManager {
 // The rotation of an actor that faces right (+1) or left (-1).
 Zelkor::Quat facingRotation(float facing);
 void spawnBlood(const Zelkor::Vec3& position, float facing);
+// What an enemy leaves: a cake, the likelier the weaker the hero, or after the first stage a weapon.
 void dropLoot(const Zelkor::Vec3& position);
 // Tells the event that spawned the actor that it has died.
 void notifyDeath(const Thingy& actor);

@@ -15,6 +15,7 @@ class Game {
     static constexpr int stageCount = 20;
 
     // Registers itself as the game that get() answers, and the timers "game", "paused", "boss" and "player".
+    // The managers must exist.
     Game();
     ~Game();
     Game(const Game&) = delete;
@@ -26,6 +27,7 @@ class Game {
 
     // One pass of the main loop: substeps, drawing, input's end of frame.
     void runFrame();
+    // What every stage needs, so that nothing is read from disk while it plays. Missing files are left out.
     void preloadAssets();
     // Replaces the session by one for currentStage.
     void startSession();
@@ -42,9 +44,11 @@ class Game {
     bool flicker = true; // whether the sketch is redrawn on its tick
 
   private:
+    void runSubsteps();
     void gameStep();
     void render();
+    void renderGui();
     void flickerSketch();
 
-    float flickerTimer_ = 0;
+    float flickerTimer_ = 0; // seconds since the sketch was last redrawn
 };

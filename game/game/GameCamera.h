@@ -17,13 +17,18 @@ class GameCamera {
     static constexpr float viewDistance = 180; // in front of the play plane
     static constexpr float nearDistance = 20, farDistance = 740;
 
-    // scene: what the view shows; it must outlive the camera.
+    // scene: what the view shows; it must outlive the camera. Starts over a wide area, following nothing.
     explicit GameCamera(Zelkor::Scene& scene);
+    // Lets the game go on if it stood still for a pan.
+    ~GameCamera();
+    GameCamera(const GameCamera&) = delete;
 
     // Once per update substep; its time step is the delta of the timer "main".
     void update();
-    // boundsEvent is null when no event sets the area. Not instant: starts a pan, with the game standing still.
-    void setArea(const Zelkor::Vec3& min, const Zelkor::Vec3& max, bool instant, CameraBoundsEvent* boundsEvent);
+    // boundsEvent is null when no event sets the area; the one before is reset, so that it can apply again.
+    // Forgets all exit zones. Not instant: starts a pan, with the game standing still.
+    void setArea(const Zelkor::Vec3& min, const Zelkor::Vec3& max, bool instant,
+                 CameraBoundsEvent* boundsEvent);
     void addEdge(CameraEdgeEvent* edge);
     // Whether the hero may leave the area on that side at that position; beyond it, the zone's triggers fire.
     bool exitAllowed(int direction, const Zelkor::Vec3& position);
@@ -50,8 +55,12 @@ class GameCamera {
     float lockWeight = 0, lockRate = 0;
 
   private:
+    void updateFade(float dt);
+    void applyLock(float dt);
+    void applyShake(float dt);
     Zelkor::Vec3 desiredPosition() const;
     Zelkor::Vec3 clampToArea(Zelkor::Vec3 desired) const;
+    // True on arrival.
     bool panStep(float dt);
     void follow(float dt);
 };

@@ -25,7 +25,8 @@ class Session {
     void start(int stage);
     // As start, of a stage whose files have the given name.
     void start(int stage, const std::string& fileName);
-    // dt: delta of the timer "game".
+    // One step of the stage. Reads its timers, the input and the random source and nothing else. dt: delta of
+    // the timer "game".
     void update(float dt);
     // The same stage from its beginning, in the same session.
     void restart();
@@ -39,8 +40,10 @@ class Session {
     float gravityFactor = 1;
     float time = 0; // seconds played
     int stage = 0;
-    bool restartRequested = false;
+    bool restartRequested = false; // at the end of the next update
 
   private:
+    void setUpView();
+
     std::string fileName_;
 };

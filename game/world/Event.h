@@ -6,6 +6,7 @@
 #include <vector>
 
 class EventList;
+class Thingy;
 
 struct SpawnParameter {
     int number = 0;
@@ -21,12 +22,15 @@ class Event {
 
     // A poke has brought hitCount to hitsNeeded or above.
     virtual void activate() {}
-    // On a stage restart, and when an event that triggers this one is reset.
+    // On a stage restart, and when an event that triggers this one is reset. If it has fired, it takes the
+    // events it triggers back with it. A class's own reset does its part first.
     virtual void reset();
     // Each game update while active, for the classes that update. Seconds of the timer "game".
     virtual void update(float /*time*/, float /*dt*/) {}
     // An actor spawned by this event has died.
     virtual void finished() {}
+    // An actor spawned by this event is being deleted, dead or not.
+    virtual void forgetActor(const Thingy& /*actor*/) {}
     // The stage starts or restarts, before the start-up pokes.
     virtual void start() {}
     // The keyword of its class in an event file.

@@ -1,0 +1,159 @@
+#include "game/Game.h"
+
+#include "actors/ThingyManager.h"
+#include "core/DebugManager.h"
+#include "core/EngineManagers.h"
+#include "core/Random.h"
+#include "core/TimerManager.h"
+#include "game/GameCamera.h"
+#include "game/Session.h"
+#include "input/ControllerManager.h"
+#include "render/MaterialManager.h"
+#include "render/Renderer.h"
+#include "resources/UnitManager.h"
+#include "world/EventList.h"
+#include "world/TileGrid.h"
+
+using namespace Zelkor;
+
+namespace {
+
+Game* currentGame = nullptr;
+
+constexpr float flickerPeriod = 0.09f; // seconds
+// The programs that draw with sketch strokes.
+constexpr const char* sketchShaders[] = {"sketchshader",       "sketchalphashader", "sketchstatic",
+                                         "sketchshaderflat",   "sketchparticle",    "sketchcolor",
+                                         "sketchshaderflatbg", "mapshader",         "ladder",
+                                         "sketchshaderbg",     "sketchcollight"};
+
+// Strokes start at a random place on a grid of 1/128 of their texture.
+float randomStroke() {
+    return static_cast<float>(randomInt() % 128) * 0.0078125f;
+}
+
+constexpr const char* sharedMaterials[] = {"robot", "ts1", "train"};
+constexpr const char* sharedMeshes[] = {
+    "bullet", "bomb1",  "bombfish", "pickups/cake1", "pickups/cake2", "tiles/tiles6/bridge_plank",
+    "blood1", "blood2", "blood3",   "tiles/box",     "dynamite"};
+
+} // namespace
+
+Game::Game() {
+    engineManagers()->renderer->reloadShaders("post");
+    TimerManager& timers = TimerManager::instance();
+    timers.addTimer("game");
+    timers.addTimer("paused").paused = 1;
+    timers.addTimer("boss");
+    timers.addTimer("player");
+    currentGame = this;
+    thingyManager = std::make_unique<ThingyManager>();
+}
+
+Game::~Game() {
+    session.reset();
+    thingyManager.reset();
+    if (currentGame == this) currentGame = nullptr;
+}
+
+Game& Game::get() {
+    static std::unique_ptr<Game> ownGame;
+    if (!currentGame) ownGame = std::make_unique<Game>();
+    return *currentGame;
+}
+
+Game* Game::current() {
+    return currentGame;
+}
+
+TileGrid* Game::tileGrid() const {
+    return session ? session->tileGrid.get() : nullptr;
+}
+GameCamera* Game::camera() const {
+    return session ? session->camera.get() : nullptr;
+}
+EventList* Game::eventList() const {
+    return session ? session->eventList.get() : nullptr;
+}
+
+void Game::preloadAssets() {
+    EngineManagers& engine = *engineManagers();
+    for (const char* material : sharedMaterials)
+        engine.materialManager->loadMaterialFile(material);
+    for (const char* mesh : sharedMeshes)
+        engine.unitManager->preloadMaterials(mesh);
+    // The picture's passes, particle effects and sounds are loaded here as those parts of the game arrive.
+}
+
+void Game::startSession() {
+    session.reset(); // before the new one: both use the same actor manager
+    session = std::make_unique<Session>(*thingyManager);
+    session->start(currentStage);
+}
+
+// The order of a frame. Everything moves before anything is drawn; the input's previous states are taken
+// last, so that a key's edge is seen by every substep.
+void Game::runFrame() {
+    EngineManagers& engine = *engineManagers();
+    engine.timerManager->beginFrame();
+    runSubsteps();
+    if (session) {
+        render();
+        engine.debugManager->renderDebug();
+        engine.debugManager->endFrame();
+    }
+    engine.renderer->clearDepth(); // the GUI covers the scene
+    renderGui();
+    engine.debugManager->endSection(); // "Frame", which endFrame opened
+    engine.renderer->present();
+    engine.controllerManager->endOfFrame();
+    flickerSketch();
+}
+
+void Game::runSubsteps() {
+    EngineManagers& engine = *engineManagers();
+    const ProfileSection section(ProfileId::update);
+    while (engine.timerManager->substepsLeft > 0) {
+        engine.timerManager->stepTimers();
+        // The sound's own update stands here once there is sound.
+        engine.controllerManager->update();
+        ++engine.renderer->updateCount;
+        gameStep();
+    }
+}
+
+// The pause check and the menus come before the session, once there are menus.
+void Game::gameStep() {
+    const GameTimer* timer = TimerManager::instance().findTimer("game");
+    if (session) session->update(timer->delta);
+}
+
+// Straight to the window.
+void Game::render() {
+    Renderer& renderer = *engineManagers()->renderer;
+    Camera& view = session->camera->view;
+    if (renderer.aspect > 0) view.aspect = renderer.aspect;
+    renderer.bindRenderTarget(0, true);
+    renderer.setViewport(0, 0, 1, 1);
+    renderer.beginScene(view);
+    renderer.applyCamera(view);
+}
+
+void Game::renderGui() {
+    // Nothing to draw yet; the section keeps its place in the profile.
+    const ProfileSection section(ProfileId::renderGui);
+}
+
+void Game::flickerSketch() {
+    flickerTimer_ += TimerManager::instance().frameSeconds;
+    if (!(flickerTimer_ > flickerPeriod)) return;
+    flickerTimer_ = 0;
+    if (!flicker) return;
+    EngineManagers& engine = *engineManagers();
+    for (const char* name : sketchShaders) {
+        const int shader = engine.renderer->loadShader(name);
+        const float y = randomStroke();
+        const float x = randomStroke(); // drawn after y: recorded runs depend on the order
+        engine.materialManager->setSketchOffset(shader, x, y, 0, 0);
+    }
+}

@@ -1,0 +1,91 @@
+#include "game/Session.h"
+
+#include "actors/ThingyManager.h"
+#include "core/EngineManagers.h"
+#include "core/Log.h"
+#include "game/GameCamera.h"
+#include "render/Renderer.h"
+#include "world/EventList.h"
+#include "world/TileGrid.h"
+
+#include <cstdio>
+
+using namespace Zelkor;
+
+namespace {
+
+constexpr float lockReleased = -1000;                // lock rate
+constexpr Vec3 lightDirection{0.48f, -0.6f, -0.64f}; // from the upper left, in front of the play plane
+
+} // namespace
+
+std::string stageFileName(int stage) {
+    char name[32];
+    std::snprintf(name, sizeof name, "level%03d", stage);
+    return name;
+}
+
+Session::Session(ThingyManager& manager) : thingyManager(manager) {}
+
+Session::~Session() {
+    thingyManager.clear();
+    thingyManager.setScene(nullptr);
+    tileGrid.reset();
+    camera.reset();
+    eventList.reset();
+}
+
+void Session::start(int number) {
+    stage = number;
+    start(number, stageFileName(number));
+}
+
+void Session::start(int number, const std::string& fileName) {
+    logLine("init session");
+    stage = number;
+    fileName_ = fileName;
+    gravityFactor = 1;
+    time = 0;
+    thingyManager.setScene(&scene);
+    tileGrid = std::make_unique<TileGrid>(scene, levelUnits);
+    tileGrid->loadTileSets();
+    camera = std::make_unique<GameCamera>(scene);
+    eventList = std::make_unique<EventList>(*this);
+    logLine("load level");
+    tileGrid->loadLevel(fileName_, true);
+    setUpView();
+    logLine("loadevents");
+    eventList->loadEvents(fileName_);
+    logLine("init session done");
+}
+
+void Session::setUpView() {
+    if (const float aspect = engineManagers()->renderer->aspect; aspect > 0) camera->view.aspect = aspect;
+    camera->followEnabled = true;
+    camera->snap = true; // the first picture already has the hero in it
+    Light sun;
+    sun.type = Light::directional;
+    sun.direction = lightDirection;
+    scene.lights.push_back(sun);
+}
+
+void Session::update(float dt) {
+    time += dt;
+    thingyManager.update();
+    camera->update();          // after the hero it follows
+    eventList->updateEvents(); // spawns by what the camera now shows
+    for (Unit* unit : levelUnits)
+        unit->updateWorldBox();
+    if (restartRequested) restart(); // last: nothing above must find its stage gone
+}
+
+void Session::restart() {
+    camera->snap = true;
+    camera->setLock({}, lockReleased);
+    tileGrid->loadLevel(fileName_, true);
+    eventList->resetEvents();
+    thingyManager.clear();
+    eventList->startEvents();
+    time = 0;
+    restartRequested = false;
+}

@@ -1,0 +1,58 @@
+// Events that act on the stage as a whole.
+#pragma once
+
+#include "world/EventList.h"
+
+#include <string>
+
+// Moves every hero to its position.
+class TeleportPlayerEvent : public Event {
+  public:
+    static constexpr const char* name = "TeleportPlayer";
+    TeleportPlayerEvent(EventList& owner, Zelkor::TokenReader& reader);
+    void activate() override;
+    const char* keyword() const override { return name; }
+};
+
+// Sets an option of the stage.
+class OptionEvent : public Event {
+  public:
+    static constexpr int gravityOption = 0; // the factor of the hero's gravity
+
+    static constexpr const char* name = "Option";
+    OptionEvent(EventList& owner, Zelkor::TokenReader& reader);
+    void activate() override;
+    const char* keyword() const override { return name; }
+
+    int option = 0;
+    float value = 0;
+};
+
+// The three below are read and kept only. What they set off (menus, music, mine-cart tracks) comes with those
+// parts of the game; until then their activation changes nothing.
+
+class OpenMenuEvent : public Event {
+  public:
+    static constexpr const char* name = "OpenMenu";
+    OpenMenuEvent(EventList& owner, Zelkor::TokenReader& reader);
+    const char* keyword() const override { return name; }
+
+    int menu = 0;
+};
+
+class MusicEvent : public Event {
+  public:
+    static constexpr const char* name = "Music";
+    MusicEvent(EventList& owner, Zelkor::TokenReader& reader);
+    const char* keyword() const override { return name; }
+
+    std::string track;
+};
+
+// A waypoint of a track; the rails that it triggers lead on from it.
+class RailEvent : public Event {
+  public:
+    static constexpr const char* name = "Rail";
+    RailEvent(EventList& owner, Zelkor::TokenReader& reader);
+    const char* keyword() const override { return name; }
+};
