@@ -12,8 +12,8 @@ namespace {
 
 namespace key = platform::key;
 
-constexpr int axisThreshold = 512; // of 1000: about half deflection
-constexpr int hatOctant = 4500;    // hundredths of a degree
+constexpr int axisThreshold = 512;        // of 1000: about half deflection
+constexpr std::uint32_t hatOctant = 4500; // hundredths of a degree
 constexpr int thumbDeadZone = 7849;
 constexpr float thumbRange = 32768;
 // The name under which the system lists a pad that it also serves as the pad; it must not be read twice.
@@ -25,8 +25,7 @@ void writeElements(const platform::JoystickState& state, std::uint8_t* block) {
         block[2 * axis] = state.axes[axis] > axisThreshold;
         block[2 * axis + 1] = state.axes[axis] < -axisThreshold;
     }
-    const bool centred = (state.hat & 0xFFFF) == platform::JoystickState::hatCentred;
-    const int octant = centred ? -1 : static_cast<int>(state.hat / hatOctant);
+    const std::uint32_t octant = state.hat / hatOctant; // centred: beyond the last one
     block[elementHatUp] = octant == 0 || octant == 1 || octant == 7;
     block[elementHatRight] = octant >= 1 && octant <= 3;
     block[elementHatDown] = octant >= 3 && octant <= 5;

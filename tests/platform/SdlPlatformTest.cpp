@@ -46,10 +46,10 @@ TEST(SdlPlatform, NoDisplayIsSeenBeforeAWindowIsOpened) {
     ::unsetenv("WAYLAND_DISPLAY");
     ::setenv("DISPLAY", ":4711", 1);                            // where no server listens,
     ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/none", 1); // and no bus is launched for it
-    ::setenv("SDL_VIDEODRIVER", "x11", 1);
-    EXPECT_FALSE(SdlPlatform::displayAvailable());
-    ::setenv("SDL_VIDEODRIVER", "dummy", 1);
-    EXPECT_FALSE(SdlPlatform::displayAvailable());
+    for (const char* driver : {"x11", "offscreen", "dummy"}) {
+        ::setenv("SDL_VIDEODRIVER", driver, 1);
+        EXPECT_FALSE(SdlPlatform::displayAvailable()) << driver;
+    }
     ::unsetenv("SDL_VIDEODRIVER");
 }
 
