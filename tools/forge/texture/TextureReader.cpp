@@ -1,0 +1,64 @@
+#include "texture/TextureReader.h"
+
+#include "text/Interpreter.h"
+#include "texture/Hatch.h"
+#include "texture/Surfaces.h"
+
+#include <optional>
+
+namespace forge {
+namespace {
+
+constexpr int largest = 2048;
+
+int sizeOf(const Arguments& args, int fallback) {
+    const int size = args.integer("size", fallback);
+    if (size < 8 || size > largest) args.fail("size", "size is 8 to " + std::to_string(largest));
+    return size;
+}
+
+Image hatch(const Statement& s, const Scope& scope) {
+    const Arguments args(s, scope, "size seed angle scatter cross crossAngle length width");
+    HatchSettings settings;
+    settings.size = sizeOf(args, settings.size);
+    settings.seed = args.integer("seed", settings.seed);
+    settings.angle = args.number("angle", settings.angle);
+    settings.scatter = args.number("scatter", settings.scatter);
+    settings.cross = args.number("cross", settings.cross);
+    settings.crossAngle = args.number("crossAngle", settings.crossAngle);
+    const Zelkor::Vec2 length = args.pair("length", {settings.length[0], settings.length[1]});
+    const Zelkor::Vec2 width = args.pair("width", {settings.halfWidth[0], settings.halfWidth[1]});
+    if (length.x < 4 || length.y < length.x) args.fail("length", "length is least,most; from 4 texels");
+    if (width.x < 0.3f || width.y < width.x) args.fail("width", "width is least,most; from 0.3 texels");
+    settings.length[0] = length.x;
+    settings.length[1] = length.y;
+    settings.halfWidth[0] = width.x;
+    settings.halfWidth[1] = width.y;
+    return hatchThresholds(settings).grey();
+}
+
+Image paper(const Statement& s, const Scope& scope) {
+    const Arguments args(s, scope, "size seed spread");
+    return paperGrain(sizeOf(args, 256), args.number("spread", 0.18f), args.integer("seed", 1)).grey();
+}
+
+} // namespace
+
+TextureSource readTexture(const std::string& path) {
+    std::optional<Image> image;
+    Interpreter interpreter;
+    Scope root;
+    interpreter.runFile(path, root, [&](const Statement& s, Scope& scope) {
+        if (image) throw SourceError(s.place, "a texture has one generator");
+        if (s.keyword == "hatch")
+            image = hatch(s, scope);
+        else if (s.keyword == "paper")
+            image = paper(s, scope);
+        else
+            failUnknown(s, "hatch paper");
+    });
+    if (!image) throw SourceError({path, 1, 1}, "the texture has no generator");
+    return {std::move(*image), interpreter.files()};
+}
+
+} // namespace forge

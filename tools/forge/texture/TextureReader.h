@@ -1,0 +1,19 @@
+// Reads a .texture source: one generator and its parameters. docs/formats/texture-source.md describes them.
+#pragma once
+
+#include "texture/Image.h"
+
+#include <string>
+#include <vector>
+
+namespace forge {
+
+struct TextureSource {
+    Image image;
+    std::vector<std::string> files; // everything read, for the build's dependencies
+};
+
+// Throws SourceError.
+TextureSource readTexture(const std::string& path);
+
+} // namespace forge
