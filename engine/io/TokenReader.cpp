@@ -70,7 +70,7 @@ float TokenReader::readFloat() {
     const char* at = data_.data() + position_;
     const char* const end = data_.data() + data_.size();
     const bool negative = at < end && *at == '-';
-    if (negative) ++at;
+    at += negative;
 
     // Whole digits are summed as an integer, which is the same to the bit while a float holds it exactly.
     constexpr uint32_t exactBelow = (1u << 24) / 10 - 1;
@@ -81,14 +81,16 @@ float TokenReader::readFloat() {
     for (; at < end && isDigit(*at); ++at)
         value = value * 10 + static_cast<float>(*at - '0');
 
-    // From the first point on, further points change nothing.
-    for (int place = 0; at < end && (isDigit(*at) || *at == '.'); ++at) {
-        if (*at == '.') continue;
-        value += fractionTable[place][*at - '0'];
-        if (place < fractionDigits) ++place;
-    }
+    // Every point after the first changes nothing.
+    for (int place = 0; at < end && *at == '.';)
+        for (++at; at < end && isDigit(*at); ++at) {
+            value += fractionTable[place][*at - '0'];
+            if (place < fractionDigits) ++place;
+        }
     position_ = static_cast<int32_t>(at - data_.data());
-    return negative ? -value : value;
+    // A product, not a choice: no processor foresees the signs of coordinates.
+    constexpr float signs[] = {1, -1};
+    return signs[negative] * value;
 }
 
 int32_t TokenReader::readInt() {

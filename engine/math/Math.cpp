@@ -225,7 +225,8 @@ Vec3& quatRotate(Vec3& out, const Quat& q, const Vec3& v) {
 float quatNormalize(Quat& q) {
     const float squared = q.w * q.w + q.x * q.x + q.y * q.y + q.z * q.z;
     const float len = squareRoot(squared);
-    q = {q.w / len, q.x / len, q.y / len, q.z / len};
+    // The middle of two opposite rotations is zero: left so, it cannot spread as NaN.
+    if (len > 0) q = {q.w / len, q.x / len, q.y / len, q.z / len};
     return squared;
 }
 

@@ -101,7 +101,7 @@ Quat& quatMultiply(Quat& out, const Quat& a, const Quat& b);
 // The zero quaternion for a zero quaternion.
 Quat& quatInverse(Quat& out, const Quat& q);
 Vec3& quatRotate(Vec3& out, const Quat& q, const Vec3& v);
-// Returns the squared length before; q must not be zero.
+// Returns the squared length before; a zero quaternion is left as it was.
 float quatNormalize(Quat& q);
 Quat& quatSlerp(Quat& out, const Quat& a, const Quat& b, float t, bool shortestPath);
 
