@@ -25,8 +25,8 @@ std::vector<char> levelText(int decimals) {
     std::vector<char> text;
     for (int i = 0; i < numberCount; ++i) {
         char buffer[64];
-        const int length =
-            std::snprintf(buffer, sizeof buffer, "%.*f%s", decimals, number(random), i % 3 == 2 ? "\r\n" : " ");
+        const int length = std::snprintf(buffer, sizeof buffer, "%.*f%s", decimals, number(random),
+                                         i % 3 == 2 ? "\r\n" : " ");
         text.insert(text.end(), buffer, buffer + length);
     }
     return text;
@@ -34,7 +34,8 @@ std::vector<char> levelText(int decimals) {
 
 float sumByReader(TokenReader& reader) {
     float sum = 0;
-    for (int i = 0; i < numberCount; ++i) sum += reader.readFloat();
+    for (int i = 0; i < numberCount; ++i)
+        sum += reader.readFloat();
     return sum;
 }
 
@@ -44,7 +45,8 @@ float sumByFromChars(const std::vector<char>& text) {
     const char* const end = at + text.size();
     float sum = 0;
     for (int i = 0; i < numberCount; ++i) {
-        while (at < end && isWhitespace(*at)) ++at;
+        while (at < end && isWhitespace(*at))
+            ++at;
         float value = 0;
         at = std::from_chars(at, end, value).ptr;
         sum += value;

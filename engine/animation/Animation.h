@@ -55,9 +55,11 @@ class Animation {
     float defaultNextBlendTime = 0, defaultNextOffset = 0, defaultNextStartTime = 0;
 
     bool fadedOut = false;
+    // Adds its motion since its first key on top of the pose. No play fades it out, but its own play fades
+    // out what else is on its layer: it wants a layer to itself.
     bool additive = false;
-    int layer = 1; // 1..9
-    bool replaced = false;
+    int layer = 1;         // 1..9
+    bool replaced = false; // a play on its layer fades it out; it starts no follow-up
 
   protected:
     Animation(const AnimationClip& clip, std::size_t trackCount, float duration);

@@ -1,5 +1,5 @@
-#include "io/ByteReader.h"
 #include "io/DataFiles.h"
+#include "io/ByteReader.h"
 #include "io/TokenReader.h"
 
 #include <gtest/gtest.h>
@@ -43,8 +43,8 @@ TEST_F(DataFiles, NothingOutsideTheFolderAndNoFolderIsOpened) {
     const std::string absolute = (root / "secret.txt").string();
     for (const std::string& name :
          {std::string("../secret.txt"), std::string("units\\..\\..\\secret.txt"), absolute, "\\" + absolute,
-          std::string("c:secret.txt"), std::string("units/.../box"), std::string("units/tiles/box.txt\0x", 21),
-          std::string()})
+          std::string("c:secret.txt"), std::string("units/.../box"),
+          std::string("units/tiles/box.txt\0x", 21), std::string()})
         EXPECT_FALSE(dataPath(name)) << name;
     EXPECT_TRUE(dataPath("units/a..b/..c"));
     EXPECT_FALSE(openDataFile("units/tiles"));

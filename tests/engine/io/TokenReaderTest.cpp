@@ -23,7 +23,8 @@ TEST(TokenReader, FloatsTakeTheLongestPrefixOfDigitsAndPoints) {
          {Case{"-0.25", -0.25f, ""}, Case{"1.2.3", 1.23f, ""}, Case{".5", 0.5f, ""}, Case{"5.", 5, ""},
           Case{"..7", 0.7f, ""}, Case{"+5", 0, "+5"}, Case{"1.5e3", 1.5f, "e3"}, Case{"--5", 0, "-5"},
           Case{"12abc", 12, "abc"}, Case{"nan", 0, "nan"}, Case{"-", 0, ""}, Case{"", 0, ""},
-          Case{"\v\f 3,5", 3, ",5"}, Case{"16777217", 16777216, ""}, Case{"123456789012", 123456790528.0f, ""}}) {
+          Case{"\v\f 3,5", 3, ",5"}, Case{"16777217", 16777216, ""},
+          Case{"123456789012", 123456790528.0f, ""}}) {
         TokenReader reader = reading(expected.text);
         EXPECT_FLOAT_EQ(reader.readFloat(), expected.value) << expected.text;
         EXPECT_EQ(reader.readWord(), expected.rest) << expected.text;

@@ -12,13 +12,16 @@ using namespace Zelkor;
 
 constexpr float tolerance = 1e-5f;
 
-void expectNear(const Vec3& a, const Vec3& b) { EXPECT_LT(distance(a, b), tolerance); }
+void expectNear(const Vec3& a, const Vec3& b) {
+    EXPECT_LT(distance(a, b), tolerance);
+}
 void expectNear(const Quat& a, const Quat& b) {
     EXPECT_NEAR(a.w, b.w, tolerance);
     expectNear(Vec3{a.x, a.y, a.z}, Vec3{b.x, b.y, b.z});
 }
 void expectNear(const Mat4& a, const Mat4& b) {
-    for (int i = 0; i < 16; ++i) EXPECT_NEAR(a.m[i], b.m[i], tolerance) << i;
+    for (int i = 0; i < 16; ++i)
+        EXPECT_NEAR(a.m[i], b.m[i], tolerance) << i;
 }
 
 class RandomMath : public ::testing::Test {
@@ -70,8 +73,10 @@ TEST(Math, TransformKeepsItsTranslationInTheFourthColumn) {
 TEST_F(RandomMath, InversesUndo) {
     for (int i = 0; i < 200; ++i) {
         Mat4 m, inverse, product;
-        for (float& element : m.m) element = 2 * number();
-        for (int diagonal = 0; diagonal < 4; ++diagonal) m.m[5 * diagonal] += 5;
+        for (float& element : m.m)
+            element = 2 * number();
+        for (int diagonal = 0; diagonal < 4; ++diagonal)
+            m.m[5 * diagonal] += 5;
         mat4Multiply(product, m, mat4Inverse(inverse, m));
         expectNear(product, {});
 
@@ -108,7 +113,8 @@ TEST_F(RandomMath, QuaternionsMatricesAndAxesAgree) {
         // b first, then a
         quatToMat3(mab, quatMultiply(ab, a, b));
         mat3Multiply(mb, ma, quatToMat3(mb, b));
-        for (int e = 0; e < 9; ++e) EXPECT_NEAR(mab.m[e], mb.m[e], tolerance);
+        for (int e = 0; e < 9; ++e)
+            EXPECT_NEAR(mab.m[e], mb.m[e], tolerance);
 
         quatFromMat3(back, ma);
         const float sameSide = back.w * a.w + back.x * a.x + back.y * a.y + back.z * a.z;
