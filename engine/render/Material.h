@@ -19,7 +19,13 @@ enum class BlendMode {
 };
 
 struct TexAnim {
-    enum Type { scroll = 1, waveScrollX = 0x110, waveScrollY = 0x111, waveScaleX = 0x120, waveScaleY = 0x121 };
+    enum Type {
+        scroll = 1,
+        waveScrollX = 0x110,
+        waveScrollY = 0x111,
+        waveScaleX = 0x120,
+        waveScaleY = 0x121
+    };
     int type = scroll;
     // scroll: speed x, speed y. Waves: base, frequency, phase, amplitude.
     float p1 = 0, p2 = 0, p3 = 0, p4 = 0;

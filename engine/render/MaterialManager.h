@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace Zelkor {
 
@@ -23,7 +24,8 @@ class MaterialManager {
     bool isDefined(const std::string& name) const;
 
     static void setShaderParam(Material& material, std::string_view name, float value);
-    static void setShaderParam4(Material& material, std::string_view name, float x, float y, float z, float w);
+    static void setShaderParam4(Material& material, std::string_view name, float x, float y, float z,
+                                float w);
     // Sets "sketchOffset" on every material that is drawn with the shader.
     void setSketchOffset(int shaderIndex, float x, float y, float z, float w);
     void forgetUniformLocations();
@@ -36,8 +38,13 @@ class MaterialManager {
     void applyMaterial(Material& material);
 
   private:
+    Material& add(const std::string& name);
+    template <class Visit>
+    void forEach(Visit visit);
+
     std::list<std::unique_ptr<Material>> materials_;
     std::unordered_map<std::string, Material*> byName_;
+    std::unordered_set<std::string> defined_; // by files
     std::list<std::unique_ptr<Material>> copies_;
     std::unordered_map<const Material*, std::list<std::unique_ptr<Material>>::iterator> copyPlaces_;
 };

@@ -42,8 +42,9 @@ class Renderer {
     virtual void setViewport(float, float, float, float) {}
     virtual void beginScene(const Camera&) {}
     virtual void renderMesh(RenderItem&, Unit&) {}
-    virtual void pushTransform(const Vec3& position, const Quat& orientation, const Vec3& scale);
-    virtual void setViewTransform(const Vec3& position, const Quat& orientation, const Vec3& scale);
+    virtual void pushTransform(const Vec3&, const Quat&, const Vec3&) {}
+    // The inverse of pushTransform.
+    virtual void setViewTransform(const Vec3&, const Quat&, const Vec3&) {}
     virtual void setupLights(const Scene& scene, Unit& unit) = 0;
     // -1: no buffer, the submesh is drawn from its own arrays.
     virtual int createMeshBuffer(const Submesh& submesh) = 0;
@@ -78,6 +79,10 @@ class Renderer {
     virtual int getMaxTextureSize() = 0;
     virtual void bindPostBuffer(int) {}
 
+    // --- What the material manager hands on to the renderer. -----------------------------------------------
+    // Program, parameters, textures and fixed state for the next draw.
+    virtual void applyMaterialState(Material&) {}
+
     // --- State that the main loop and the drawing code read. -----------------------------------------------
     bool shaderCompileFailed = false;
     bool active = true; // the application is in front; frames run only while it is
@@ -88,9 +93,9 @@ class Renderer {
     bool fullscreen = false;
     bool focused = false;
     unsigned currentProgram = 0;
-    int updateCount = 0;     // update substeps run
-    double runningTime = 0;  // seconds of the timer "main" presented
-    Mat4 modMatrix;          // mirrors the model-view matrix
+    int updateCount = 0;    // update substeps run
+    double runningTime = 0; // seconds of the timer "main" presented
+    Mat4 modMatrix;         // mirrors the model-view matrix
     bool shadersSupported = false;
     bool framebuffersSupported = true;
 };

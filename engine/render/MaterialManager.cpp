@@ -1,0 +1,118 @@
+#include "render/MaterialManager.h"
+
+#include "core/EngineManagers.h"
+#include "core/ProfileSections.h"
+#include "io/DataFiles.h"
+#include "io/TokenReader.h"
+#include "render/MaterialReader.h"
+#include "render/Renderer.h"
+
+#include <algorithm>
+
+namespace Zelkor {
+
+namespace {
+
+ShaderParam& param(Material& material, std::string_view name) {
+    const auto found = std::find_if(material.shaderParams.begin(), material.shaderParams.end(),
+                                    [name](const ShaderParam& each) { return each.name == name; });
+    if (found != material.shaderParams.end()) return *found;
+    ShaderParam& added = material.shaderParams.emplace_back();
+    added.name = name;
+    return added;
+}
+
+} // namespace
+
+Material& MaterialManager::add(const std::string& name) {
+    Material& material = *materials_.emplace_back(std::make_unique<Material>());
+    material.name = name;
+    byName_.emplace(name, &material); // the first of a name stays the one that is found
+    return material;
+}
+
+void MaterialManager::loadMaterialFile(const std::string& file) {
+    const auto reader = openDataTokens("materials/" + file + ".material");
+    if (!reader) return;
+    Renderer& renderer = *engineManagers()->renderer;
+    const MaterialResources resources{
+        [&renderer](const std::string& name, TextureKind kind) { return renderer.getTexture(name, kind); },
+        [&renderer](const std::string& name) { return renderer.loadShader(name); }};
+    readMaterials(*reader, resources, [this](const std::string& name) -> Material& {
+        defined_.insert(name);
+        return add(name);
+    });
+}
+
+Material* MaterialManager::findMaterial(const std::string& name) {
+    const auto found = byName_.find(name);
+    Material& material = found != byName_.end() ? *found->second : add(name);
+    if (found == byName_.end()) {
+        TextureUnit& unit = material.textureUnits.emplace_back();
+        unit.textureName = name;
+        unit.texture = engineManagers()->renderer->getTexture(name);
+    }
+    ++material.refCount;
+    return &material;
+}
+
+bool MaterialManager::isDefined(const std::string& name) const {
+    return defined_.contains(name);
+}
+
+void MaterialManager::setShaderParam(Material& material, std::string_view name, float value) {
+    ShaderParam& set = param(material, name);
+    set.value = value;
+    set.isVec4 = false;
+    set.values.clear();
+}
+
+void MaterialManager::setShaderParam4(Material& material, std::string_view name, float x, float y, float z,
+                                      float w) {
+    ShaderParam& set = param(material, name);
+    set.vec = {x, y, z, w};
+    set.isVec4 = true;
+    set.values.clear();
+}
+
+template <class Visit>
+void MaterialManager::forEach(Visit visit) {
+    for (const auto& material : materials_)
+        visit(*material);
+    for (const auto& material : copies_)
+        visit(*material);
+}
+
+void MaterialManager::setSketchOffset(int shaderIndex, float x, float y, float z, float w) {
+    forEach([=](Material& material) {
+        if (material.shader == shaderIndex) setShaderParam4(material, "sketchOffset", x, y, z, w);
+    });
+}
+
+void MaterialManager::forgetUniformLocations() {
+    forEach([](Material& material) {
+        for (ShaderParam& each : material.shaderParams)
+            each.location = ShaderParam::unresolved;
+    });
+}
+
+Material* MaterialManager::copyMaterial(const Material& source) {
+    copies_.push_back(std::make_unique<Material>(source));
+    Material* copy = copies_.back().get();
+    copyPlaces_[copy] = std::prev(copies_.end());
+    return copy;
+}
+
+void MaterialManager::removeCopy(Material* copy) {
+    const auto place = copyPlaces_.find(copy);
+    if (place == copyPlaces_.end()) return;
+    copies_.erase(place->second);
+    copyPlaces_.erase(place);
+}
+
+void MaterialManager::applyMaterial(Material& material) {
+    ProfileSection section(ProfileId::setMaterial);
+    engineManagers()->renderer->applyMaterialState(material);
+}
+
+} // namespace Zelkor
