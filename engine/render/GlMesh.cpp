@@ -101,7 +101,6 @@ void GlRenderer::drawItem(const RenderItem& item, const VertexData& vertices) {
     const Submesh& submesh = *item.submesh;
     if (submesh.indices.empty() || vertices.positions.empty()) return;
     const bool skinned = !item.skinnedPositions.empty();
-    if (skinned) glCullFace(GL_BACK);
     VertexArrays arrays;
     arrays.set(GL_VERTEX_ARRAY, skinned ? item.skinnedPositions.data() : vertices.positions.data());
     if (skinned)
