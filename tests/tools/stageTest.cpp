@@ -240,14 +240,14 @@ TEST_F(StageCompiler, KeepsTheHeroInsideHisCameraAreas) {
 TEST_F(StageCompiler, WritesNothingForAStageWithoutAWay) {
     const fs::path source = folder / "stages/s.stage", out = folder / "out";
     std::ofstream(source) << head << flat << room << tail;
-    stageCommand({source.string(), out.string(), "--map", (folder / "map.png").string()});
+    compileStage({source.string(), out.string(), "", (folder / "map.png").string()});
     EXPECT_TRUE(fs::exists(out / "level007.level") && fs::exists(out / "level007.event"));
     EXPECT_GT(fs::file_size(folder / "map.png"), 200u);
     fs::remove_all(out);
     std::ofstream(source) << head << "map {\n 0 \"##......##\"\n}\n" << room << tail;
-    EXPECT_THROW(stageCommand({source.string(), out.string()}), SourceError);
+    EXPECT_THROW(compileStage({source.string(), out.string(), "", ""}), SourceError);
     EXPECT_FALSE(fs::exists(out));
-    EXPECT_THROW(stageCommand({(folder / "none.stage").string(), out.string()}), std::runtime_error);
+    EXPECT_THROW(compileStage({(folder / "none.stage").string(), out.string(), "", ""}), std::runtime_error);
 }
 
 } // namespace

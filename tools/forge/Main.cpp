@@ -66,12 +66,7 @@ void addCommands(CLI::App& app, Options& options) {
     stage->add_option("folder", options.output, "where the results go")->required();
     stage->add_option("--assets", options.assets, "the assets folder, for the tiles' definitions");
     stage->add_option("--map", options.map, "draw the stage to this .png");
-    stage->callback([&] {
-        std::vector<std::string> arguments{options.input, options.output};
-        if (!options.assets.empty()) arguments.insert(arguments.end(), {"--assets", options.assets});
-        if (!options.map.empty()) arguments.insert(arguments.end(), {"--map", options.map});
-        stageCommand(arguments);
-    });
+    stage->callback([&] { compileStage({options.input, options.output, options.assets, options.map}); });
 
     CLI::App* info = app.add_subcommand("info", "Tell what a .mesh holds");
     info->add_option("mesh", options.input)->required();

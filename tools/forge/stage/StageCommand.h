@@ -2,14 +2,18 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 namespace forge {
 
-// arguments: IN OUT_DIR [--assets DIR] [--map FILE.png]. IN is a .stage source; OUT_DIR receives
-// levelNNN.level and levelNNN.event. The assets folder is the one IN stands in a folder of, unless given.
+struct StageJob {
+    std::string source;    // a .stage
+    std::string outFolder; // receives levelNNN.level and levelNNN.event
+    std::string assets;    // where tiles are looked up; empty: the folder that holds the source's folder
+    std::string map;       // a .png to draw the stage to; empty: none
+};
+
 // Prints one line about the stage. Throws SourceError for a faulty stage, std::runtime_error for a file that
 // cannot be read or written.
-void stageCommand(const std::vector<std::string>& arguments);
+void compileStage(const StageJob& job);
 
 } // namespace forge

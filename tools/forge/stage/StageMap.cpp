@@ -1,34 +1,28 @@
 #include "stage/StageMap.h"
 
-#include <png.h>
-
 #include <algorithm>
 #include <cmath>
 
 namespace forge {
 namespace {
 
-struct Colour {
-    int r, g, b;
-};
+using Colour = Zelkor::Vec3; // 0..1
 
-constexpr Colour paper{244, 240, 228}, gridLine{228, 223, 208}, rulerLine{205, 198, 180};
-constexpr Colour solidTile{176, 148, 108}, ladder{120, 160, 110}, ladderTop{70, 130, 60},
-    deadlyTile{200, 50, 40};
-constexpr Colour scenery{214, 200, 172}, standing{90, 170, 90}, leap{110, 140, 200};
-constexpr Colour areaBorder{30, 90, 170}, exitZone{230, 140, 30}, actor{150, 40, 140}, heroMark{0, 0, 0},
-    zone{60, 170, 170};
+constexpr Colour paper{0.96f, 0.94f, 0.89f}, gridLine{0.89f, 0.87f, 0.82f}, rulerLine{0.80f, 0.78f, 0.71f};
+constexpr Colour solidTile{0.69f, 0.58f, 0.42f}, ladder{0.47f, 0.63f, 0.43f}, ladderTop{0.27f, 0.51f, 0.24f},
+    deadlyTile{0.78f, 0.20f, 0.16f};
+constexpr Colour scenery{0.84f, 0.78f, 0.67f}, standing{0.35f, 0.67f, 0.35f}, leap{0.43f, 0.55f, 0.78f};
+constexpr Colour areaBorder{0.12f, 0.35f, 0.67f}, exitZone{0.90f, 0.55f, 0.12f}, actor{0.59f, 0.16f, 0.55f},
+    heroMark{0.00f, 0.00f, 0.00f}, zone{0.24f, 0.67f, 0.67f};
 
 class MapPainter {
   public:
     static constexpr int pixelsPerCell = 10;
     static constexpr int margin = 6; // cells around the tiles
 
-    explicit MapPainter(const StageGrid& on) : grid(on) {
-        picture.width = (grid.width() + 2 * margin) * pixelsPerCell;
-        picture.height = (grid.height() + 2 * margin) * pixelsPerCell;
-        picture.rgb.resize(static_cast<std::size_t>(picture.width) *
-                           static_cast<std::size_t>(picture.height) * 3);
+    explicit MapPainter(const StageGrid& on)
+        : picture((on.width() + 2 * margin) * pixelsPerCell, (on.height() + 2 * margin) * pixelsPerCell),
+          grid(on) {
         box(0, 0, picture.width - 1, picture.height - 1, paper);
     }
 
@@ -44,16 +38,16 @@ class MapPainter {
         }
     }
 
-    void cell(int column, int row, Colour colour) {
+    void cell(int column, int row, const Colour& colour) {
         const Zelkor::Vec2 centre{grid.columnX(column), grid.rowY(row)};
         fill({centre.x - 4.5f, centre.y - 4.5f}, {centre.x + 4.5f, centre.y + 4.5f}, colour);
     }
 
-    void fill(const Zelkor::Vec2& min, const Zelkor::Vec2& max, Colour colour) {
+    void fill(const Zelkor::Vec2& min, const Zelkor::Vec2& max, const Colour& colour) {
         box(pixelX(min.x), pixelY(max.y), pixelX(max.x), pixelY(min.y), colour);
     }
 
-    void frame(const Zelkor::Vec2& min, const Zelkor::Vec2& max, Colour colour) {
+    void frame(const Zelkor::Vec2& min, const Zelkor::Vec2& max, const Colour& colour) {
         const int left = pixelX(min.x), right = pixelX(max.x), top = pixelY(max.y), bottom = pixelY(min.y);
         for (int i = 0; i < 2; ++i) {
             box(left, top + i, right, top + i, colour);
@@ -63,12 +57,19 @@ class MapPainter {
         }
     }
 
-    void dot(const Zelkor::Vec2& at, int radius, Colour colour) {
+    void dot(const Zelkor::Vec2& at, int radius, const Colour& colour) {
         const int x = pixelX(at.x), y = pixelY(at.y);
         box(x - radius, y - radius, x + radius, y + radius, colour);
     }
 
-    MapPicture picture;
+    // Cells of the play plane are named by their column and row every ten.
+    void names() {
+        for (int column = 0; column < grid.width(); column += 10)
+            picture.label((column + margin) * pixelsPerCell + 2, 2,
+                          std::to_string(grid.firstColumn() + column));
+    }
+
+    Canvas picture;
 
   private:
     int pixelX(float x) const {
@@ -82,15 +83,10 @@ class MapPainter {
     }
 
     // Corners included; what lies outside the picture is left out.
-    void box(int left, int top, int right, int bottom, Colour colour) {
-        for (int y = std::max(top, 0); y <= std::min(bottom, picture.height - 1); ++y) {
-            for (int x = std::max(left, 0); x <= std::min(right, picture.width - 1); ++x) {
-                const auto at = static_cast<std::size_t>(y * picture.width + x) * 3;
-                picture.rgb[at] = static_cast<std::uint8_t>(colour.r);
-                picture.rgb[at + 1] = static_cast<std::uint8_t>(colour.g);
-                picture.rgb[at + 2] = static_cast<std::uint8_t>(colour.b);
-            }
-        }
+    void box(int left, int top, int right, int bottom, const Colour& colour) {
+        for (int y = top; y <= bottom; ++y)
+            for (int x = left; x <= right; ++x)
+                picture.set(x, y, colour);
     }
 
     const StageGrid& grid;
@@ -100,10 +96,10 @@ void paintTiles(MapPainter& painter, const StageGrid& grid) {
     for (int row = grid.firstRow(); row < grid.firstRow() + grid.height(); ++row) {
         for (int column = grid.firstColumn(); column < grid.firstColumn() + grid.width(); ++column) {
             if (!grid.tile(column, row)) continue;
-            const Colour colour = grid.deadly(column, row)      ? deadlyTile
-                                  : grid.solid(column, row)     ? solidTile
-                                  : grid.ladderTop(column, row) ? ladderTop
-                                                                : ladder;
+            const Colour& colour = grid.deadly(column, row)      ? deadlyTile
+                                   : grid.solid(column, row)     ? solidTile
+                                   : grid.ladderTop(column, row) ? ladderTop
+                                                                 : ladder;
             painter.cell(column, row, colour);
         }
     }
@@ -124,9 +120,10 @@ void paintEvents(MapPainter& painter, const Stage& stage) {
 
 } // namespace
 
-MapPicture drawStageMap(const Stage& stage, const StageGrid& grid, const ReachResult& reach) {
+Canvas drawStageMap(const Stage& stage, const StageGrid& grid, const ReachResult& reach) {
     MapPainter painter(grid);
     painter.rulers();
+    painter.names();
     for (const StageTile& tile : stage.scenery)
         painter.dot({tile.position.x, tile.position.y}, 3, scenery);
     paintTiles(painter, grid);
@@ -137,15 +134,6 @@ MapPicture drawStageMap(const Stage& stage, const StageGrid& grid, const ReachRe
         painter.dot({grid.columnX(place.column), grid.rowY(place.row) - 4}, 2, standing);
     paintEvents(painter, stage);
     return std::move(painter.picture);
-}
-
-bool writePng(const MapPicture& picture, const std::string& file) {
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    image.width = static_cast<png_uint_32>(picture.width);
-    image.height = static_cast<png_uint_32>(picture.height);
-    image.format = PNG_FORMAT_RGB;
-    return png_image_write_to_file(&image, file.c_str(), 0, picture.rgb.data(), 0, nullptr) != 0;
 }
 
 } // namespace forge
