@@ -1,6 +1,7 @@
 #include "model/Finish.h"
 
 #include "mesh/Angles.h"
+#include "rig/Bake.h"
 #include "sdf/SurfaceNets.h"
 
 #include <algorithm>
@@ -272,8 +273,11 @@ std::vector<std::pair<int, float>> blendBones(const std::vector<float>& distance
     return result;
 }
 
-SkeletonRecord finishSkeleton(const Model&) {
-    return {};
+SkeletonRecord finishSkeleton(const Model& model) {
+    SkeletonRecord skeleton = bakeRig(model.rig, model.yaw);
+    for (const Clip& clip : model.clips)
+        skeleton.clips.push_back(bakeClip(model.rig, clip, model.yaw));
+    return skeleton;
 }
 
 MeshRecord finishMesh(const Model& model) {

@@ -3,7 +3,6 @@
 
 #include "mesh/Surface.h"
 #include "rig/Clip.h"
-#include "rig/Rig.h"
 #include "sdf/Field.h"
 #include "text/Place.h"
 

@@ -1,6 +1,7 @@
 #include "model/ModelReader.h"
 
 #include "model/PartReader.h"
+#include "rig/RigReader.h"
 
 #include <filesystem>
 
@@ -16,6 +17,7 @@ class ModelReader {
         Scope scope;
         interpreter.runFile(path, scope, handler());
         if (model.parts.empty()) throw SourceError({path, 1, 1}, "the model has no part and no solid");
+        model.clips = std::move(rigSource.clips);
         return {std::move(model), interpreter.files()};
     }
 
@@ -32,6 +34,14 @@ class ModelReader {
             readFieldPart(s, scope, interpreter, placement, model);
         } else if (s.keyword == "solid") {
             readSolidPart(s, scope, interpreter, placement, model);
+        } else if (s.keyword == "rig") {
+            if (!model.parts.empty()) throw SourceError(s.place, "the rig comes before the parts it carries");
+            readRig(s, scope, interpreter, rigSource);
+            model.rig = rigSource.rig;
+        } else if (s.keyword == "pose") {
+            readPose(s, scope, interpreter, rigSource);
+        } else if (s.keyword == "clip") {
+            readClip(s, scope, interpreter, rigSource);
         } else if (s.keyword == "triangles") {
             model.triangles = static_cast<int>(one(s, scope, 12, 50000));
         } else if (s.keyword == "texture") {
@@ -67,6 +77,7 @@ class ModelReader {
 
     Interpreter interpreter;
     Placement placement;
+    RigSource rigSource;
     Model model;
 };
 

@@ -4,7 +4,9 @@
 #include "picture/Strokes.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <map>
 #include <numeric>
 
 namespace forge {
@@ -24,19 +26,31 @@ struct Texel {
     Vec2 uv;
 };
 
+// A number for each vertex, the same on all that triangles or equal places join: one hull, one outline.
 std::vector<int> hullsOf(const MeshRecord& mesh) {
     std::vector<int> root(mesh.positions.size());
     std::iota(root.begin(), root.end(), 0);
     const auto find = [&](int i) {
         while (root[static_cast<std::size_t>(i)] != i)
-            i = root[static_cast<std::size_t>(i)] =
-                root[static_cast<std::size_t>(root[static_cast<std::size_t>(i)])];
+            i = root[static_cast<std::size_t>(i)];
         return i;
     };
+    const auto join = [&](int a, int b) {
+        const int low = std::min(find(a), find(b)), high = std::max(find(a), find(b));
+        root[static_cast<std::size_t>(high)] = low;
+    };
+    std::map<std::array<long, 3>, int> places;
+    for (std::size_t i = 0; i < mesh.positions.size(); ++i) {
+        const Vec3& p = mesh.positions[i];
+        const std::array<long, 3> key{std::lround(p.x * 1e3f), std::lround(p.y * 1e3f),
+                                      std::lround(p.z * 1e3f)};
+        join(places.try_emplace(key, static_cast<int>(i)).first->second, static_cast<int>(i));
+    }
     for (const auto& submesh : mesh.submeshes)
-        for (const auto& t : submesh.triangles)
-            for (const int other : {t[1], t[2]})
-                root[static_cast<std::size_t>(find(other))] = find(t[0]);
+        for (const auto& t : submesh.triangles) {
+            join(t[0], t[1]);
+            join(t[0], t[2]);
+        }
     for (std::size_t i = 0; i < root.size(); ++i)
         root[i] = find(static_cast<int>(i));
     return root;

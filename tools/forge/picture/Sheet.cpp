@@ -24,7 +24,9 @@ struct Framing {
 
 Framing framing(const Box& box) {
     const Vec3 size = box.size();
-    return {(box.lo + box.hi) * 0.5f, 1.12f * std::max({size.x, size.y, size.z, 1e-3f})};
+    const float flat = std::max({size.x, size.y, size.z});
+    // The slanted view shows a diagonal.
+    return {(box.lo + box.hi) * 0.5f, std::max({1.12f * flat, 0.8f * Zelkor::length(size), 1e-3f})};
 }
 
 Box boxOf(const MeshRecord& mesh, const Posed& posed) {
@@ -71,9 +73,9 @@ Canvas drawSheet(const LoadedUnit& unit, const PictureOptions& options) {
         if (options.clips.empty() || std::count(options.clips.begin(), options.clips.end(), clip.name))
             rows.push_back(&clip);
     Box box = boxOf(unit.mesh, restPose(unit.mesh));
-    box.grow(0.12f * Zelkor::length(box.size()));
+    box.grow(0.08f * Zelkor::length(box.size())); // poses reach farther than rest
     const Framing frame = framing(box);
-    const int cell = std::max(120, std::min(options.size, 190)), moments = std::max(options.moments, 1);
+    const int cell = std::clamp(options.size / 2, 100, 400), moments = std::max(options.moments, 1);
     Canvas canvas(cell * moments, std::max<int>(1, static_cast<int>(rows.size())) * cell, 245);
     for (std::size_t r = 0; r < rows.size(); ++r) {
         const float length = clipLength(*rows[r]);

@@ -23,9 +23,11 @@ std::string otherSide(const std::string& name) {
 }
 
 std::string otherSideOfPath(std::string name) {
-    for (std::size_t i = 0; i + 2 < name.size(); ++i)
-        if (name[i] == '_' && name[i + 2] == '_' && (name[i + 1] == 'R' || name[i + 1] == 'L'))
-            name[i + 1] = name[i + 1] == 'R' ? 'L' : 'R';
+    const auto divides = [&](std::size_t i) { return i >= name.size() || name[i] == '_' || name[i] == '|'; };
+    for (std::size_t i = 0; i < name.size(); ++i)
+        if ((name[i] == 'R' || name[i] == 'L') && (i == 0 || divides(i - 1)) && divides(i + 1) &&
+            name.size() > 1)
+            name[i] = name[i] == 'R' ? 'L' : 'R';
     return otherSide(name);
 }
 

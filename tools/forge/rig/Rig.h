@@ -28,7 +28,7 @@ struct Rig {
     std::vector<BoneSegment> segments() const;
 };
 
-// arm.r <-> arm.l, and _R_ <-> _L_ inside path names; anything else stays.
+// arm.r <-> arm.l; in paths also a lone R or L between underscores, R_Arm <-> L_Arm. Anything else stays.
 std::string otherSide(const std::string& name);
 std::string otherSideOfPath(std::string name);
 

@@ -5,7 +5,7 @@
 
 namespace forge {
 
-// The tooth of drawing paper: mean 0.5, fine fibres over soft clouds. `spread` is about how far it strays.
-Plate paperGrain(int size, float spread, int seed);
+// The tooth of drawing paper: fine fibres over soft clouds, every height equally frequent.
+Plate paperGrain(int size, int seed);
 
 } // namespace forge

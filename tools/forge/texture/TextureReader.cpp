@@ -38,8 +38,8 @@ Image hatch(const Statement& s, const Scope& scope) {
 }
 
 Image paper(const Statement& s, const Scope& scope) {
-    const Arguments args(s, scope, "size seed spread");
-    return paperGrain(sizeOf(args, 256), args.number("spread", 0.18f), args.integer("seed", 1)).grey();
+    const Arguments args(s, scope, "size seed");
+    return paperGrain(sizeOf(args, 256), args.integer("seed", 1)).grey();
 }
 
 } // namespace
