@@ -10,6 +10,7 @@
 #include "input/ControllerManager.h"
 #include "render/MaterialManager.h"
 #include "render/Renderer.h"
+#include "render/SceneDrawing.h"
 #include "resources/UnitManager.h"
 #include "world/EventList.h"
 #include "world/TileGrid.h"
@@ -135,8 +136,8 @@ void Game::render() {
     if (renderer.aspect > 0) view.aspect = renderer.aspect;
     renderer.bindRenderTarget(0, true);
     renderer.setViewport(0, 0, 1, 1);
-    renderer.beginScene(view);
-    renderer.applyCamera(view);
+    ++engineManagers()->unitManager->frameNumber; // every unit that is seen is animated once
+    renderScene(session->scene, view);
 }
 
 void Game::renderGui() {

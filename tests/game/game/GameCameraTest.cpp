@@ -1,0 +1,225 @@
+#include "game/GameCamera.h"
+
+#include "VirtualKeys.h"
+#include "game/WorldTest.h"
+#include "world/events/AreaEvents.h"
+
+#include <cmath>
+
+using namespace Zelkor;
+
+namespace {
+
+class GameCameraTest : public WorldTest {
+  protected:
+    GameCameraTest() {
+        startStage("0 0 1 1 ", "{ CameraBounds{ min 0 0 max 300 200 instant 1 triggers 1 1 }"
+                               "  NonReset{ pos 0 0 0 }"
+                               "  CameraEdge{ min 0 10 max 5 40 dir 0 triggers 1 5 }"
+                               "  CameraEdge{ min -5 0 max 50 9 dir 2 triggers 1 5 }"
+                               "  CameraBounds{ min 300 0 max 900 200 instant 0 }"
+                               "  Counter{ pos 0 0 0 numTriggers 100 } }");
+        hero = &spawn(GROUP_PLAYER, {100, 90, 0});
+        camera().target = hero;
+        camera().targetOffset = {0, 10};
+    }
+    GameCamera& camera() { return *game->camera(); }
+    EventList& events() { return *game->eventList(); }
+    static float halfHeight(float z, float fov = 30) { return z * std::tan(fov / 2 * pi / 180); }
+
+    TestActor* hero;
+};
+
+void expectNear(const Vec3& a, const Vec3& b, float tolerance = 1e-3f) {
+    EXPECT_NEAR(a.x, b.x, tolerance);
+    EXPECT_NEAR(a.y, b.y, tolerance);
+    EXPECT_NEAR(a.z, b.z, tolerance);
+}
+
+} // namespace
+
+TEST_F(GameCameraTest, FieldOfViewFollowsTheShapeOfTheScreen) {
+    for (const auto& [aspect, fov] : {std::pair{1280.0f / 720, 30.0f}, {1024.0f / 768, 35.0f}}) {
+        renderer().aspect = aspect;
+        step();
+        EXPECT_NEAR(camera().view.fieldOfView, fov, 1e-4f);
+    }
+    renderer().aspect = 0;
+    step();
+    EXPECT_NEAR(camera().view.fieldOfView, 35, 1e-4f);
+}
+
+TEST_F(GameCameraTest, FollowsSmoothlyAndSnapsAfterAStart) {
+    step();
+    expectNear(camera().view.position, {100, 100, 180});
+    hero->unit->position.x = 160;
+    step();
+    expectNear(camera().view.position, {110, 100, 180}); // a sixth of the way
+    step(2, 0.1f);
+    expectNear(camera().view.position, {160, 100, 180});
+    hero->unit->position.x = -100;
+    game->session->restart();
+    hero = &spawn(GROUP_PLAYER, {-100, 90, 0});
+    camera().target = hero;
+    step();
+    expectNear(camera().view.position, {-100, 100, 180});
+    camera().followEnabled = false;
+    hero->unit->position.x = 500;
+    step();
+    expectNear(camera().view.position, {-100, 100, 180});
+}
+
+TEST_F(GameCameraTest, StaysInsideItsArea) {
+    const float halfWidth = halfHeight(180) * 16 / 9;
+    camera().setArea({0, 0, 0}, {300, 200, 0}, true, nullptr);
+    hero->unit->position = {-50, 500, 0};
+    camera().snap = true;
+    step();
+    expectNear(camera().view.position, {halfWidth, 200 - halfHeight(180), 180});
+    // Narrower, then lower than the view: the camera comes as near as it takes to fill the view.
+    camera().setArea({0, 0, 0}, {100, 200, 0}, true, nullptr);
+    camera().snap = true;
+    step();
+    EXPECT_NEAR(halfHeight(camera().view.position.z) * 16 / 9, 50, 1e-3f);
+    EXPECT_NEAR(camera().view.position.x, 50, 1e-3f);
+    camera().setArea({0, 0, 0}, {300, 30, 0}, true, nullptr);
+    camera().snap = true;
+    step();
+    EXPECT_NEAR(halfHeight(camera().view.position.z), 15, 1e-3f);
+    EXPECT_NEAR(camera().view.position.y, 15, 1e-3f);
+}
+
+TEST_F(GameCameraTest, PansFreezeTheGameAndArrive) {
+    events().poke(0);
+    step(30);
+    const int updates = hero->updates;
+    hero->unit->position = {400, 150, 0};
+    const Vec3 start = camera().view.position;
+    events().poke(4);
+    EXPECT_EQ(timer("game").paused, 1);
+    EXPECT_FALSE(camera().verticalFirst);
+    step(10);
+    EXPECT_EQ(camera().view.position.y, start.y); // the longer way first
+    EXPECT_GT(camera().view.position.x, start.x);
+    int steps = 10;
+    while (camera().panActive && ++steps < 600)
+        step();
+    EXPECT_LT(steps, 300);
+    EXPECT_EQ(hero->updates, updates);
+    EXPECT_EQ(timer("game").paused, 0);
+    const Vec3 goal{400, 160 - (160 - (200 - halfHeight(180))), 180};
+    EXPECT_LT(distance(camera().view.position, goal), 1.5f);
+    step();
+    EXPECT_EQ(hero->updates, updates + 1);
+}
+
+TEST_F(GameCameraTest, PansInDepthAndEndsWithItsSession) {
+    step();
+    camera().setArea({70, 70, 0}, {170, 170, 0}, false, nullptr); // much nearer
+    float fastest = 0;
+    int steps = 0;
+    for (; camera().panActive && steps < 600; ++steps) {
+        step();
+        fastest = std::min(fastest, camera().panVelocity.z);
+    }
+    EXPECT_LT(steps, 600);
+    EXPECT_EQ(fastest, -80);
+    camera().setArea({-900, -900, 0}, {900, 900, 0}, false, nullptr);
+    step(5);
+    EXPECT_GT(camera().panVelocity.z, 0);
+    EXPECT_EQ(timer("game").paused, 1);
+    game->startSession();
+    EXPECT_EQ(timer("game").paused, 0);
+}
+
+TEST_F(GameCameraTest, AreasForgetExitsAndLetTheLastEventApplyAgain) {
+    events().poke(0);
+    events().poke(2);
+    EXPECT_EQ(camera().edges.size(), 1u);
+    EXPECT_EQ(events().at(1)->hitCount, 1); // the area's own triggers
+    EXPECT_TRUE(events().at(0)->fired);
+    camera().setArea({0, 0, 0}, {1, 1, 0}, true, nullptr);
+    EXPECT_TRUE(camera().edges.empty());
+    EXPECT_FALSE(events().at(0)->fired);
+    EXPECT_FALSE(camera().boundsEvent);
+}
+
+TEST_F(GameCameraTest, ExitsOpenWithinTheirZones) {
+    events().poke(0);
+    EXPECT_FALSE(camera().exitAllowed(GameCamera::right, {200, 20, 0}));
+    for (const int edge : {2, 3})
+        events().poke(edge);
+    struct Case {
+        int direction;
+        Vec3 position;
+        bool allowed;
+        int fired;
+    };
+    const Case cases[] = {
+        {GameCamera::right, {200, 20, 0}, true, 0},  {GameCamera::right, {200, 10, 0}, false, 0},
+        {GameCamera::right, {200, 40, 0}, false, 0}, {GameCamera::right, {301, 20, 0}, true, 1},
+        {GameCamera::right, {301, 20, 0}, true, 1},  {GameCamera::right, {301, 50, 0}, false, 0},
+        {GameCamera::left, {-1, 20, 0}, false, 0},   {GameCamera::up, {20, 195, 0}, true, 0},
+        {GameCamera::up, {20, 196, 0}, true, 1},     {GameCamera::up, {50, 300, 0}, false, 0},
+        {GameCamera::down, {20, -20, 0}, false, 0},
+    };
+    for (const Case& c : cases) {
+        const int before = events().at(5)->hitCount;
+        EXPECT_EQ(camera().exitAllowed(c.direction, c.position), c.allowed)
+            << c.position.x << " " << c.position.y;
+        EXPECT_EQ(events().at(5)->hitCount - before, c.fired) << c.position.x << " " << c.position.y;
+    }
+}
+
+TEST_F(GameCameraTest, LocksAtItsRate) {
+    step();
+    camera().setLock({300, 300, 100}, 0);
+    step();
+    expectNear(camera().view.position, {300, 300, 100});
+    camera().setLock({0, 0, 0}, -1); // eases back; the point stays
+    step(30);
+    EXPECT_NEAR(camera().lockWeight, 0.5f, 1e-3f);
+    expectNear(camera().view.position, {200, 200, 140}, 0.1f);
+    camera().setLock({0, 0, 0}, -1000);
+    EXPECT_EQ(camera().lockWeight, 0);
+    step();
+    expectNear(camera().view.position, {100, 100, 180});
+    camera().setLock({300, 300, 100}, 2);
+    step(60);
+    expectNear(camera().view.position, {300, 300, 100});
+}
+
+TEST_F(GameCameraTest, ShakesForAWhile) {
+    step();
+    camera().shakeAmplitude = 1.5f;
+    camera().shakeDecay = 4;
+    float farthest = 0;
+    for (int i = 0; i < 20; ++i) {
+        step();
+        const float away = distance(camera().view.position, camera().position);
+        EXPECT_LE(away, camera().shakeAmplitude * std::sqrt(2.09f) + 1e-3f);
+        farthest = std::max(farthest, away);
+    }
+    EXPECT_GT(farthest, 0.5f);
+    step(5);
+    EXPECT_EQ(camera().shakeAmplitude, 0);
+    expectNear(camera().view.position, {100, 100, 180});
+}
+
+TEST_F(GameCameraTest, FadeKeysAndScreenDistance) {
+    managers->controllerManager->setButton('F', true);
+    timer("game").paused = 1;
+    step(10);
+    EXPECT_NEAR(camera().fade, 0.5f, 1e-4f);
+    step(20);
+    EXPECT_EQ(camera().fade, 1);
+    managers->controllerManager->setButton('F', false);
+    managers->controllerManager->setButton('G', true);
+    step(20);
+    EXPECT_NEAR(camera().fade, 0, 1e-4f);
+
+    expectNear(camera().view.position, {100, 100, 180});
+    const float h = halfHeight(180);
+    EXPECT_NEAR(camera().screenDistance({100, 100 + h, 0}), 1, 1e-4f);
+    EXPECT_NEAR(camera().screenDistance({100 - 2 * h * 16 / 9, 100 + h, 0}), 2, 1e-4f);
+}
