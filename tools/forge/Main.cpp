@@ -24,7 +24,9 @@ struct Options {
 
 void makeModel(const Options& options) {
     ModelSource source = readModel(options.input, options.includes);
-    source.model.unitFolder = options.unitFolder;
+    // "./a" and "a" are the same folder, "." and "" none.
+    const std::string within = std::filesystem::path(options.unitFolder).lexically_normal().generic_string();
+    source.model.unitFolder = within == "." || within == "./" ? "" : within;
     const std::filesystem::path folder(options.output);
     const std::string mesh = (folder / (source.model.name + ".mesh")).string();
     if (!source.model.rig.joints.empty())
