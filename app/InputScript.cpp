@@ -31,7 +31,8 @@ std::optional<InputAction> parseAction(const std::string& line) {
 
 } // namespace
 
-std::optional<std::vector<InputAction>> readInputScript(const std::filesystem::path& file, std::string& reason) {
+std::optional<std::vector<InputAction>> readInputScript(const std::filesystem::path& file,
+                                                        std::string& reason) {
     std::ifstream in(file);
     if (!in) {
         reason = file.string() + ": cannot be read";
@@ -70,9 +71,10 @@ InputRecorder::InputRecorder(const std::filesystem::path& file)
 
 void InputRecorder::record(int frame, const Zelkor::ControllerManager& controllers) {
     for (int code = 0; code < platform::inputCodeCount; ++code) {
-        const auto now = code < Zelkor::rawButtonCount
-                             ? controllers.raw[static_cast<std::size_t>(code)]
-                             : controllers.mouseButtons[static_cast<std::size_t>(code - Zelkor::rawButtonCount)];
+        const auto now =
+            code < Zelkor::rawButtonCount
+                ? controllers.raw[static_cast<std::size_t>(code)]
+                : controllers.mouseButtons[static_cast<std::size_t>(code - Zelkor::rawButtonCount)];
         auto& before = raw_[static_cast<std::size_t>(code)];
         if (now == before) continue;
         before = now;

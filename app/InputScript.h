@@ -1,6 +1,6 @@
-// Recorded input. One line an action: "FRAME press|release NAME" or "FRAME mouse X Y", frame 0 being the first.
-// NAME is a key name (Left, Z, Escape, ...), MouseLeft, MouseRight or a binding code in decimal; X and Y are
-// fractions of the window.
+// Recorded input. One line an action: "FRAME press|release NAME" or "FRAME mouse X Y", frame 0 being the
+// first. NAME is a key name (Left, Z, Escape, ...), MouseLeft, MouseRight or a binding code in decimal; X and
+// Y are fractions of the window.
 #pragma once
 
 #include <filesystem>
@@ -22,7 +22,8 @@ struct InputAction {
 };
 
 // In order of frames. None when the script cannot be read or a line is wrong; reason names file and line.
-std::optional<std::vector<InputAction>> readInputScript(const std::filesystem::path& file, std::string& reason);
+std::optional<std::vector<InputAction>> readInputScript(const std::filesystem::path& file,
+                                                        std::string& reason);
 
 class InputPlayer {
   public:

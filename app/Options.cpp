@@ -14,8 +14,8 @@ bool parseInt(std::string_view text, int& out) {
 bool parseSize(const std::string& text, WindowSize& out) {
     const auto x = text.find('x');
     return x != std::string::npos && parseInt(std::string_view(text).substr(0, x), out.width) &&
-           parseInt(std::string_view(text).substr(x + 1), out.height) && out.width >= 16 && out.height >= 16 &&
-           out.width <= 16384 && out.height <= 16384;
+           parseInt(std::string_view(text).substr(x + 1), out.height) && out.width >= 16 &&
+           out.height >= 16 && out.width <= 16384 && out.height <= 16384;
 }
 
 bool parseScreenshot(const std::string& text, ScreenshotRequest& out) {
@@ -37,14 +37,16 @@ std::optional<Options> parseCommandLine(int argc, const char* const* argv, int& 
            "--size",
            [&](const std::string& text) {
                WindowSize size;
-               if (!parseSize(text, size)) throw CLI::ValidationError("--size", "wants WIDTHxHEIGHT, 16 to 16384");
+               if (!parseSize(text, size))
+                   throw CLI::ValidationError("--size", "wants WIDTHxHEIGHT, 16 to 16384");
                options.size = size;
            },
            "The size of the picture")
         ->type_name("WxH");
-    auto* windowed =
-        app.add_flag_callback("--windowed", [&] { options.fullscreen = false; }, "Play in a window");
-    app.add_flag_callback("--fullscreen", [&] { options.fullscreen = true; }, "Play in full screen")
+    auto* windowed = app.add_flag_callback(
+        "--windowed", [&] { options.fullscreen = false; }, "Play in a window");
+    app.add_flag_callback(
+           "--fullscreen", [&] { options.fullscreen = true; }, "Play in full screen")
         ->excludes(windowed);
     app.add_option("--stage", options.stage, "Start in this stage, with no menu open")
         ->check(CLI::Range(0, 19));

@@ -94,8 +94,8 @@ class Recording {
             }
             player_ = std::make_unique<InputPlayer>(std::move(*actions));
         }
-        return openWriter(recorder_, options.record) && openWriter(trace_, options.trace, options.traceEvery) &&
-               openWriter(profile_, options.profile);
+        return openWriter(recorder_, options.record) &&
+               openWriter(trace_, options.trace, options.traceEvery) && openWriter(profile_, options.profile);
     }
 
     bool playsInput() const { return player_ != nullptr; }
@@ -103,8 +103,9 @@ class Recording {
     void beforeFrame(int frame, Zelkor::ControllerManager& controllers, Zelkor::GlRenderer& renderer) {
         if (player_) player_->apply(frame, controllers);
         if (recorder_) recorder_->record(frame, controllers);
-        renderer.captureFrame = std::any_of(screenshots_.begin(), screenshots_.end(),
-                                            [&](const ScreenshotRequest& shot) { return shot.frame == frame; });
+        renderer.captureFrame =
+            std::any_of(screenshots_.begin(), screenshots_.end(),
+                        [&](const ScreenshotRequest& shot) { return shot.frame == frame; });
     }
 
     // False when a picture could not be written.
@@ -122,7 +123,8 @@ class Recording {
 
   private:
     template <class Writer, class... Arguments>
-    bool openWriter(std::unique_ptr<Writer>& writer, const std::filesystem::path& file, Arguments... arguments) {
+    bool openWriter(std::unique_ptr<Writer>& writer, const std::filesystem::path& file,
+                    Arguments... arguments) {
         if (file.empty()) return true;
         writer = std::make_unique<Writer>(file, arguments...);
         if (!writer->failed()) return true;
@@ -184,8 +186,8 @@ int mainLoop(platform::Platform& system, const Options& options, Game& game, Rec
 
 std::filesystem::path findDataFolder(const Options& options, const std::filesystem::path& executableFolder) {
     if (!options.data.empty()) return options.data;
-    const std::filesystem::path candidates[] = {"data", executableFolder / "data", executableFolder / ".." / "data",
-                                                RUSTPIKE_INSTALLED_DATA};
+    const std::filesystem::path candidates[] = {"data", executableFolder / "data",
+                                                executableFolder / ".." / "data", RUSTPIKE_INSTALLED_DATA};
     for (const auto& candidate : candidates) {
         std::error_code ignored;
         if (std::filesystem::is_directory(candidate, ignored)) return candidate;
@@ -205,8 +207,8 @@ int runProgram(platform::Platform& system, const Options& options) {
 
     const DisplaySettings display = chooseDisplay(system, options);
     logLine("init GL renderer");
-    if (!managers->renderer->init("test", static_cast<int>(display.width), static_cast<int>(display.height), 32,
-                                  display.fullscreen != 0)) {
+    if (!managers->renderer->init("test", static_cast<int>(display.width), static_cast<int>(display.height),
+                                  32, display.fullscreen != 0)) {
         managers->renderer.reset();
         Zelkor::Log::instance().close();
         return 0;

@@ -20,7 +20,8 @@ int main(int argc, char** argv) {
 
     const bool headless = options->headless || options->checkData;
     if (!headless && !platform::SdlPlatform::displayAvailable()) {
-        std::fputs("rustpike: there is no display to open a window on. --headless plays without one.\n", stderr);
+        std::fputs("rustpike: there is no display to open a window on. --headless plays without one.\n",
+                   stderr);
         return exitNoDisplay;
     }
     platform::SdlPlatform system({.headless = headless});
