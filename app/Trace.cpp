@@ -52,8 +52,7 @@ Json heroState(const ThingyManager& actors) {
     actors.collectAll(GROUP_PLAYER, heroes);
     const auto* hero = heroes.empty() ? nullptr : dynamic_cast<const PlayerStandard*>(heroes.front());
     if (!hero) return nullptr;
-    static constexpr std::array<const char*, PlayerState::count> stateNames = {"ground", "air", "hurt",
-                                                                               "climb", "cart"};
+    static constexpr std::array<const char*, PlayerState::count> stateNames = {"ground", "air", "hurt"};
     return {{"position", vector(hero->position())},
             {"bodyCentre", vector(hero->bodyCentre)},
             {"velocity", vector(hero->velocity)},
