@@ -103,6 +103,7 @@ class Recording {
     void beforeFrame(int frame, Zelkor::ControllerManager& controllers, Zelkor::GlRenderer& renderer) {
         if (player_) player_->apply(frame, controllers);
         if (recorder_) recorder_->record(frame, controllers);
+        if (profile_) profile_->beforeFrame();
         renderer.captureFrame =
             std::any_of(screenshots_.begin(), screenshots_.end(),
                         [&](const ScreenshotRequest& shot) { return shot.frame == frame; });

@@ -8,7 +8,7 @@
 #include "game/Game.h"
 #include "game/GameCamera.h"
 #include "game/Session.h"
-#include "render/GlRenderer.h"
+#include "render/Renderer.h"
 #include "resources/Unit.h"
 #include "world/EventList.h"
 
@@ -101,7 +101,7 @@ TraceWriter::TraceWriter(const std::filesystem::path& file, int every) : out_(fi
 
 void TraceWriter::write(int frame, const Game& game) {
     if (frame % every_ != 0) return;
-    const auto& renderer = static_cast<const Zelkor::GlRenderer&>(*Zelkor::engineManagers()->renderer);
+    const Zelkor::Renderer& renderer = *Zelkor::engineManagers()->renderer;
     const Session* session = game.session.get();
     Json line = {{"frame", frame},
                  {"time", session ? session->time : 0.0f},
@@ -115,8 +115,7 @@ void TraceWriter::write(int frame, const Game& game) {
     line["actors"] = actorStates(*game.thingyManager);
     line["events"] = session ? eventStates(*session->eventList) : Json::array();
     line["particles"] = 0;
-    line["units"] = {{"scene", session ? session->scene.units().size() : 0},
-                     {"drawn", renderer.drawnUnits()}};
+    line["units"] = {{"scene", session ? session->scene.units().size() : 0}, {"drawn", renderer.drawnUnits}};
     out_ << line.dump() << '\n';
 }
 
@@ -124,7 +123,6 @@ ProfileWriter::ProfileWriter(const std::filesystem::path& file) : out_(file) {}
 
 void ProfileWriter::write(int frame) {
     const auto& managers = *Zelkor::engineManagers();
-    const auto& renderer = static_cast<const Zelkor::GlRenderer&>(*managers.renderer);
     Json sections = Json::array();
     for (const Zelkor::ProfileRow& row : managers.debugManager->finishedFrame())
         sections.push_back(
@@ -133,7 +131,9 @@ void ProfileWriter::write(int frame) {
              {"calls", row.calls},
              {"cpu", static_cast<float>(managers.debugManager->microseconds(row.accumulated))}});
     Json line = {{"frame", frame}, {"sections", sections}};
-    const auto gpu = renderer.gpuMicroseconds();
+    gpu_.end();
+    // A few frames old: waiting for this frame's would cost what is measured.
+    const auto gpu = gpu_.takeMicroseconds();
     line["gpu"] = gpu ? Json(static_cast<float>(*gpu)) : Json();
     out_ << line.dump() << '\n';
 }

@@ -1,6 +1,8 @@
 // Writes what the game is doing, for tests and tools: one JSON object a traced frame, one a line.
 #pragma once
 
+#include "render/GpuTimer.h"
+
 #include <filesystem>
 #include <fstream>
 
@@ -23,8 +25,10 @@ class ProfileWriter {
   public:
     explicit ProfileWriter(const std::filesystem::path& file);
     bool failed() const { return !out_; }
+    void beforeFrame() { gpu_.begin(); }
     void write(int frame);
 
   private:
     std::ofstream out_;
+    Zelkor::GpuTimer gpu_;
 };
