@@ -1,0 +1,82 @@
+// rustpike-viewer: looks at units, clip by clip, in a window or as a contact sheet.
+#include "Exhibit.h"
+#include "Orbit.h"
+#include "Sheet.h"
+#include "Studio.h"
+
+#include "sdl/SdlPlatform.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdio>
+#include <filesystem>
+
+namespace {
+
+constexpr int windowWidth = 1280, windowHeight = 720;
+
+struct Arguments {
+    viewer::SheetOptions sheet;
+    std::string data;
+    bool headless = false;
+    int frames = -1;
+};
+
+void describe(CLI::App& app, Arguments& arguments) {
+    viewer::SheetOptions& sheet = arguments.sheet;
+    app.add_option("--unit", sheet.units, "A unit, as corvan or tiles/area1/ladder; may be repeated")
+        ->required();
+    app.add_option("--hold", sheet.held, "UNIT@JOINT: a unit in the hand of the other; may be repeated");
+    app.add_option("--clip", sheet.clips, "Only these clips; may be repeated");
+    app.add_option("--sheet", sheet.file, "Write a contact sheet instead of opening a window")
+        ->type_name("FILE.png");
+    app.add_option("--moments", sheet.moments, "Moments of each clip on a sheet")->check(CLI::Range(1, 64));
+    app.add_option("--size", sheet.size, "Pixels of a cell of a sheet")->check(CLI::Range(16, 720));
+    app.add_option("--zoom", sheet.zoom, "1: as near as in the game")->check(CLI::Range(0.01, 100.0));
+    app.add_option("--scale", sheet.scale, "Scale of the unit")->check(CLI::Range(0.001, 1000.0));
+    app.add_option("--yaw", sheet.yaw, "Degrees about the vertical axis; figures look right at 90")
+        ->check(CLI::Range(-360.0, 360.0));
+    app.add_flag("--silhouette", sheet.silhouette, "Filled black shapes");
+    app.add_option("--data", arguments.data, "The data folder")->type_name("DIR");
+    app.add_flag("--headless", arguments.headless, "No window");
+    app.add_option("--frames", arguments.frames, "Close the window after so many frames");
+}
+
+int show(const Arguments& arguments, platform::Platform& system, viewer::Studio& studio) {
+    const viewer::SheetOptions& sheet = arguments.sheet;
+    viewer::Exhibit exhibit(studio.scene,
+                            {.unit = sheet.units[0], .scale = sheet.scale, .yaw = 90, .held = sheet.held});
+    if (!exhibit.drawable()) {
+        std::fprintf(stderr, "rustpike-viewer: there is no unit %s\n", sheet.units[0].c_str());
+        return 1;
+    }
+    return viewer::Orbit(system, studio, exhibit, sheet.clips.empty() ? "" : sheet.clips[0])
+        .run(arguments.frames);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    CLI::App app("Shows units as the game draws them", "rustpike-viewer");
+    Arguments arguments;
+    describe(app, arguments);
+    CLI11_PARSE(app, argc, argv);
+    const bool sheet = !arguments.sheet.file.empty();
+    if (!sheet && !arguments.headless && !platform::SdlPlatform::displayAvailable()) {
+        std::fputs("rustpike-viewer: there is no display to open a window on; --sheet needs none\n", stderr);
+        return 2;
+    }
+    if (arguments.data.empty()) {
+        std::error_code ignored;
+        const auto program = std::filesystem::canonical(argv[0], ignored);
+        arguments.data = (program.parent_path() / ".." / "data").string();
+    }
+    platform::SdlPlatform system({.headless = sheet || arguments.headless});
+    platform::setCurrent(&system);
+    viewer::Studio studio;
+    const int height = sheet ? viewer::sheetLines : windowHeight;
+    const int width = sheet ? viewer::sheetLines : windowWidth;
+    if (!studio.open(arguments.data, width, height)) return 1;
+    if (sheet) return viewer::writeSheet(studio, arguments.sheet) ? 0 : 1;
+    return show(arguments, system, studio);
+}
