@@ -133,6 +133,7 @@ void GlRenderer::endSilhouette() {
 
 void GlRenderer::renderBackground(const Camera& camera) {
     useShader(camera.backgroundShader);
+    glDisable(GL_CULL_FACE); // whatever the last material culled
     glDisable(GL_LIGHTING);
     glDisable(GL_FOG);
     glDisable(GL_BLEND);

@@ -15,7 +15,9 @@ using namespace Zelkor;
 namespace {
 
 constexpr float lockReleased = -1000;                // lock rate
-constexpr Vec3 lightDirection{0.48f, -0.6f, -0.64f}; // from the upper left, in front of the play plane
+// To the upper left, in front of the play plane: as good as parallel light, but a place, from which fixed things
+// measure where their strokes lie.
+constexpr Vec3 sunPosition{-9600, 12000, 12800};
 
 } // namespace
 
@@ -60,13 +62,16 @@ void Session::start(int number, const std::string& fileName) {
 }
 
 void Session::setUpView() {
-    if (const float aspect = engineManagers()->renderer->aspect; aspect > 0) camera->view.aspect = aspect;
+    Renderer& renderer = *engineManagers()->renderer;
+    if (renderer.aspect > 0) camera->view.aspect = renderer.aspect;
     camera->followEnabled = true;
     camera->snap = true; // the first picture already has the hero in it
     Light sun;
-    sun.type = Light::directional;
-    sun.direction = lightDirection;
+    sun.type = Light::point;
+    sun.position = sunPosition;
     scene.lights.push_back(sun);
+    camera->view.backgroundShader = renderer.loadShader("paper");
+    camera->view.backgroundTexture = renderer.getTexture("paper");
 }
 
 void Session::update(float dt) {

@@ -1,0 +1,20 @@
+VERTEX
+#version 120
+// The bare sheet behind everything.
+void main()
+{
+    gl_Position = gl_ModelViewProjectionMatrix * gl_Vertex;
+}
+PIXEL
+#version 120
+uniform sampler2D tex;
+uniform vec4 resScale;
+INCLUDE
+papercolour
+void main()
+{
+    // The grain is locked to the picture, as it is for what is drawn on the sheet.
+    float pictureHeight = -2.6 / resScale.w;
+    float grain = texture2D(tex, gl_FragCoord.xy * (720.0 / pictureHeight) / 256.0).r;
+    gl_FragColor = vec4(paperColour * (1.0 - 0.025 * (1.0 - grain)), 1.0);
+}
