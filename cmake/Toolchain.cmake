@@ -18,6 +18,12 @@ if(RUSTPIKE_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+if(RUSTPIKE_FUZZ)
+  set(fuzzing -fsanitize=address,undefined -fno-sanitize-recover=undefined)
+  add_compile_options(${fuzzing} -fsanitize=fuzzer-no-link)
+  add_link_options(${fuzzing})
+endif()
+
 # The sources of a folder, found again at every build when files come or go.
 function(rustpike_sources variable folder)
   file(GLOB_RECURSE found CONFIGURE_DEPENDS "${folder}/*.cpp")

@@ -2,31 +2,24 @@
 #include "io/ByteReader.h"
 #include "io/TokenReader.h"
 
+#include "engine/TemporaryDataFolder.h"
+
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <limits>
 
 namespace {
 
 using namespace Zelkor;
-namespace fs = std::filesystem;
 
 class DataFiles : public ::testing::Test {
   protected:
     DataFiles() {
-        fs::create_directories(root / "data/units/tiles");
-        std::ofstream(root / "data/units/tiles/box.txt") << "one 2";
-        std::ofstream(root / "secret.txt") << "secret";
-        setDataFolder(root / "data");
-    }
-    ~DataFiles() override {
-        setDataFolder("data");
-        fs::remove_all(root);
+        folder.write("units/tiles/box.txt", std::string("one 2"));
+        folder.write("../secret.txt", std::string("secret"));
     }
 
-    fs::path root = fs::path(::testing::TempDir()) / "rustpikeDataFiles";
+    TemporaryDataFolder folder;
 };
 
 TEST_F(DataFiles, BothSlashesReachFilesBelowTheFolder) {
@@ -40,7 +33,7 @@ TEST_F(DataFiles, BothSlashesReachFilesBelowTheFolder) {
 }
 
 TEST_F(DataFiles, NothingOutsideTheFolderAndNoFolderIsOpened) {
-    const std::string absolute = (root / "secret.txt").string();
+    const std::string absolute = (folder.root / "secret.txt").string();
     for (const std::string& name :
          {std::string("../secret.txt"), std::string("units\\..\\..\\secret.txt"), absolute, "\\" + absolute,
           std::string("c:secret.txt"), std::string("units/.../box"),
