@@ -35,6 +35,8 @@ class TokenReader {
 
     // Set once a read has begun at or past the end; never cleared.
     bool atEnd() const { return atEnd_; }
+    // Bytes not yet read. A count that a file claims is no truer than these can make it.
+    int32_t left() const { return static_cast<int32_t>(data_.size()) - position_; }
     // 1-based line of the next unread byte, for messages.
     int line() const;
 

@@ -5,6 +5,7 @@
 #include "io/DataFiles.h"
 #include "io/TokenReader.h"
 
+#include <algorithm>
 #include <map>
 
 using namespace Zelkor;
@@ -18,7 +19,10 @@ std::map<std::string, EventRowBase::Read, std::less<>>& eventClasses() {
 }
 
 void readIndices(TokenReader& reader, std::vector<int>* indices) {
-    const int count = reader.readInt();
+    // A reader stuck in front of a letter gives zeros without coming to the end, so a count is taken no
+    // further than the bytes could hold.
+    const int claimed = reader.readInt();
+    const int count = std::min(claimed, reader.left());
     for (int i = 0; i < count && !reader.atEnd(); ++i) {
         const int index = reader.readInt();
         if (indices && !reader.atEnd()) indices->push_back(index);
