@@ -1,4 +1,11 @@
 // Pixel stage of everything shaded with strokes.
+// The wash of things whose own colour belongs to the game, which flashes it: alpha 1 where there is one. Things
+// that never flash are washed in their own colour.
+uniform vec4 wash;
+vec3 washColour()
+{
+    return wash.a > 0.0 ? basecolor.rgb * wash.rgb : basecolor.rgb;
+}
 float paperGrain()
 {
     return texture2D(tex1, gl_FragCoord.xy * paperScale() / 256.0).r;
@@ -19,8 +26,9 @@ vec3 pencil(vec2 place, float tone, float weight)
     // Shade is also pressed harder than half light, and the grain lets the paper through.
     float pressure = weight * mix(0.6, 1.0, 1.0 - tone) * mix(0.3, 1.0, smoothstep(0.05, 0.75, grain));
     // The wash thins out where the light falls and settles in the valleys of the paper.
-    float wash = mix(1.0, 0.4, smoothstep(0.75, 1.0, tone)) * mix(1.0, 0.86, grain);
-    vec3 ground = mix(paperColour, basecolor.rgb, wash);
-    vec3 lead = mix(graphite, basecolor.rgb * 0.4, 0.25);
+    float cover = mix(1.0, 0.4, smoothstep(0.75, 1.0, tone)) * mix(1.0, 0.86, grain);
+    vec3 colour = washColour();
+    vec3 ground = mix(paperColour, colour, cover);
+    vec3 lead = mix(graphite, colour * 0.4, 0.25);
     return mix(ground, lead, ink * pressure);
 }
