@@ -32,6 +32,6 @@ INCLUDE
 sketchsurface
 void main()
 {
-    float tone = mix(0.08 + toneLow, 0.98 + toneHigh, light) + 0.05 * drift(place);
-    gl_FragColor = vec4(pencil(place, tone, 0.9), 1.0);
+    float tone = mix(0.08 + toneLow, 0.98 + toneHigh, light);
+    gl_FragColor = vec4(pencil(place, tone, 0.05 * drift(place), 0.9), 1.0);
 }

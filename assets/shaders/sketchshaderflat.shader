@@ -28,5 +28,5 @@ INCLUDE
 sketchsurface
 void main()
 {
-    gl_FragColor = vec4(pencil(place, 0.86 + toneHigh + 0.1 * drift(place), 0.72), 1.0);
+    gl_FragColor = vec4(pencil(place, 0.86 + toneHigh, 0.1 * drift(place), 0.72), 1.0);
 }

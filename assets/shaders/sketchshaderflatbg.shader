@@ -28,6 +28,6 @@ INCLUDE
 sketchsurface
 void main()
 {
-    float tone = 0.93 + toneHigh + 0.05 * drift(place);
-    gl_FragColor = vec4(mix(pencil(place, tone, 0.5), paperColour, 0.3), 1.0);
+    float tone = 0.93 + toneHigh;
+    gl_FragColor = vec4(mix(pencil(place, tone, 0.05 * drift(place), 0.5), paperColour, 0.3), 1.0);
 }

@@ -12,6 +12,6 @@ void main()
 {
     // Ground stays pale, so that figures stand out in front of it.
     vec2 drawn = facePlace();
-    float tone = mix(0.48 + toneLow, 1.02 + toneHigh, light) + 0.12 * drift(drawn);
-    gl_FragColor = vec4(pencil(drawn, tone, 0.72), 1.0);
+    float tone = mix(0.5 + toneLow, 1.02 + toneHigh, light);
+    gl_FragColor = vec4(pencil(drawn, tone, 0.13 * drift(drawn), 0.66), 1.0);
 }
