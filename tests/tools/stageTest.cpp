@@ -1,4 +1,5 @@
 // The stage compiler: what it writes, what it refuses and where it says so, and whom it lets reach the end.
+#include "stage/HeroFlight.h"
 #include "stage/Reach.h"
 #include "stage/StageChecks.h"
 #include "stage/StageCommand.h"
@@ -248,6 +249,142 @@ TEST_F(StageCompiler, WritesNothingForAStageWithoutAWay) {
     EXPECT_THROW(compileStage({source.string(), out.string(), "", ""}), SourceError);
     EXPECT_FALSE(fs::exists(out));
     EXPECT_THROW(compileStage({(folder / "none.stage").string(), out.string(), "", ""}), std::runtime_error);
+}
+
+// Every kind of event, as the game reads it: the order of the fields is the format.
+TEST_F(StageCompiler, WritesEveryKindOfEvent) {
+    const struct {
+        const char *source, *line;
+    } cases[] = {
+        {"SpawnThingy at=1,2 mesh=m actor=Pickup", "SpawnThingy{ pos -320 20 0 rot 0 0 1 0 mesh m type 71 }"},
+        {"SpawnEnemy at=1.5,2 z=-6 mesh=m actor=Bandit1 rot=[30,0,0,1]",
+         "SpawnEnemy{ pos -315 15 -6 rot 30 0 0 1 mesh m type 20 }"},
+        {"RepeatedSpawn at=0,5 mesh=m actor=EnemyBat size=3,2 side=right relative interval=2.5",
+         "RepeatedSpawn{ pos -330 50 0 rot 0 0 1 0 mesh m type 35 size 30 20 spawntype 257 interval 2.5 }"},
+        {"RepeatedSpawn at=0,5 mesh=m actor=EnemyBat size=0,0 side=below interval=1",
+         "RepeatedSpawn{ pos -330 50 0 rot 0 0 1 0 mesh m type 35 size 0 0 spawntype 4 interval 1 }"},
+        {"TeleportPlayer at=4,3", "TeleportPlayer{ pos -290 25 0 }"},
+        {"Rail at=4,3", "Rail{ pos -290 30 0 }"},
+        {"Option option=0 value=0.5", "Option{ pos 0 0 0 option 0 value 0.5 }"},
+        {"Delay time=1.25", "Delay{ pos 0 0 0 time 1.25 }"},
+        {"NonReset", "NonReset{ pos 0 0 0 }"},
+        {"CameraEdge columns=1,2 rows=3,4 dir=down", "CameraEdge{ min -325 25 max -305 45 dir 3 }"},
+        {"CameraBounds columns=1,2 rows=3,4", "CameraBounds{ min -325 25 max -305 45 instant 0 }"},
+        {"Field columns=1,2 rows=3,4 pull=up", "Field{ min -325 25 max -305 45 type 1 }"},
+    };
+    for (const auto& each : cases) {
+        const Stage stage = parseStage("s", head + "event e " + each.source, catalogue);
+        const std::string text = eventText(stage);
+        EXPECT_EQ(text.substr(2, text.find('\n', 2) - 2), each.line);
+    }
+    EXPECT_NE(refusal(head + "event e SpawnThingy mesh=m actor=Door").find("needs at=COLUMN,ROW"),
+              std::string::npos);
+    EXPECT_NE(refusal(head + "event e OpenMenu").find("needs menu="), std::string::npos);
+    EXPECT_NE(refusal(head + "event e CameraEdge columns=2,1 rows=1,2 dir=up").find("before the first"),
+              std::string::npos);
+    EXPECT_NE(refusal(head + "event e CameraEdge columns=1,2 rows=1,2 dir=north").find("unknown dir"),
+              std::string::npos);
+}
+
+TEST_F(StageCompiler, MakesZonesOfExits) {
+    const Stage stage = parseStage("s", head + R"(camera a columns=0,9 rows=0,9 {
+    exit left rows=2,3 to=a
+    exit up columns=4,6 to=a
+    exit down columns=1,1 to=a
+})",
+                                   catalogue);
+    const auto line = [&](int index) { return stage.events[static_cast<std::size_t>(index)].fields; };
+    EXPECT_EQ(line(1), "min -335 14 max -235 35 dir 1"); // a hair below the floor, where feet rest
+    EXPECT_EQ(line(2), "min -295 -5 max -265 95 dir 2");
+    EXPECT_EQ(line(3), "min -325 -5 max -315 95 dir 3");
+    EXPECT_NE(
+        refusal(head + "camera a columns=0,9 rows=0,9 {\n exit right to=a\n}").find("'rows=' is missing"),
+        std::string::npos);
+}
+
+TEST_F(StageCompiler, ReadsTilesAsTheGameDoes) {
+    const TileKind* big = catalogue.find("tiles/t/big");
+    ASSERT_TRUE(big);
+    EXPECT_TRUE(big->width == 2 && big->height == 2 && big->type == 1 && !big->stretchX);
+    const TileKind* fill = catalogue.find("tiles/t/fill");
+    EXPECT_TRUE(fill->stretchX && fill->stretchY);
+    EXPECT_EQ(catalogue.find("tiles/t/tuft")->type, tile_type::solid);
+    EXPECT_EQ(catalogue.find("tiles/t/cut"), nullptr);
+    const auto kinds = readTileKinds("a type 2 ; b size 3 1 1 unknown scaleX ; a type 4 ; c type 9", "p/");
+    ASSERT_EQ(kinds.size(), 3u); // the last one is cut off
+    EXPECT_EQ(kinds[0].name, "p/a");
+    EXPECT_TRUE(kinds[1].width == 3 && kinds[1].stretchX && kinds[1].type == 1);
+}
+
+// The numbers of the hero's jump, by hand: held to the end he rises 85 * 0.35 - 30 * 0.35^2 + 64^2 / 600
+// = 32.9, tapped 85^2 / 600 = 12.0; running he covers 45 a second.
+class Flight : public StageCompiler {
+  protected:
+    // The leap from column 1 of a map, over its whole path.
+    bool leap(const std::string& map, const Leap& how, Standing& landing) {
+        path.clear();
+        const Stage stage = parseStage("s", head + map, catalogue);
+        const StageGrid grid(stage);
+        const std::vector<CameraArea> areas{{{-1000, -35}, {1000, 1000}, {}}};
+        return HeroFlight(grid, areas).fly({1, 1, 0}, how, landing, &path);
+    }
+
+    float highest() const {
+        float y = -1000;
+        for (const Zelkor::Vec2& p : path)
+            y = std::max(y, p.y);
+        return y;
+    }
+
+    static Leap running(float hold) { return {-320, hero::runSpeed, true, hold, 1, 1, 0}; }
+
+    std::vector<Zelkor::Vec2> path;
+};
+
+TEST_F(Flight, FollowsTheNumbersOfTheJump) {
+    const std::string ground = "map {\n 0 \"################\"\n}";
+    Standing landing;
+    ASSERT_TRUE(leap(ground, running(hero::holdTime), landing));
+    EXPECT_NEAR(highest() - 5, 32.9f, 0.6f);
+    EXPECT_NEAR(path.back().x + 320, 46.5f, 2);
+    EXPECT_EQ(landing.column, 6);
+    ASSERT_TRUE(leap(ground, running(0), landing));
+    EXPECT_NEAR(highest() - 5, 12, 0.8f);
+    ASSERT_TRUE(leap(ground, {-320, 0, true, 0.35f, 0, 0, 0}, landing));
+    EXPECT_EQ(landing.column, 1);
+    EXPECT_FLOAT_EQ(path.back().x, -320);
+}
+
+TEST_F(Flight, MeetsCeilingsWallsAndThorns) {
+    Standing landing;
+    ASSERT_TRUE(leap("map {\n 4 \"################\"\n 0 \"################\"\n}", running(0.35f), landing));
+    EXPECT_LE(highest(), 17.1f); // 18 tall under a ceiling at 35
+    ASSERT_TRUE(leap("map {\n 3 \"...#\"\n 2 \"...#\"\n 1 \"...#\"\n 0 \"####\"\n}", running(0), landing));
+    EXPECT_EQ(landing.column, 2);
+    EXPECT_LE(path.back().x, -305 - hero::halfWidth + 0.1f);
+    EXPECT_FALSE(leap("map {\n 1 \"......^.\"\n 0 \"########\"\n}", running(0.35f), landing));
+    EXPECT_FALSE(leap("map {\n 0 \"##\"\n}", running(0.35f), landing)); // nothing to land on
+    // Through the hatch, and back onto it.
+    ASSERT_TRUE(leap("map {\n 3 \"~~~~~\"\n 0 \"#####\"\n}", {-320, 0, true, 0.35f, 0, 0, 0}, landing));
+    EXPECT_EQ(landing.row, 4);
+}
+
+TEST_F(StageCompiler, DrawsTheStageByKinds) {
+    const Stage stage =
+        compile(head + "map {\n 8 \"...~......\"\n 1 \".....^....\"\n 0 \"##########\"\n}" + room + tail);
+    const StageGrid grid(stage);
+    const Canvas canvas = drawStageMap(stage, grid, searchReach(stage, grid));
+    // A point a third of a cell off the middle, where no mark is drawn.
+    const auto colour = [&](int column, int row) {
+        const int x = (column + 6) * 10 + 2, y = (8 + 6 - row) * 10 + 2;
+        const auto at = static_cast<std::size_t>(y * canvas.width + x) * 3;
+        return std::vector<int>{canvas.rgb[at], canvas.rgb[at + 1], canvas.rgb[at + 2]};
+    };
+    EXPECT_EQ(canvas.width, (10 + 12) * 10);
+    EXPECT_EQ(colour(2, 0), colour(7, 0));
+    EXPECT_GT(colour(5, 1)[0], 2 * colour(5, 1)[1]);  // red
+    EXPECT_GT(colour(3, 8)[1], colour(3, 8)[0] + 30); // green
+    EXPECT_NE(colour(2, 0), colour(2, 3));
 }
 
 } // namespace

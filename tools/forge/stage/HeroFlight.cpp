@@ -121,6 +121,14 @@ bool HeroFlight::settle(Standing& landing) const {
     return false;
 }
 
+void HeroFlight::accelerate(const Leap& leap, float time, float& hold) {
+    const bool held = hold > 0 && velocity.y > 0;
+    hold = held ? hold - timeStep : 0;
+    velocity.y -= (hold > 0 ? hero::heldGravity : hero::gravity) * timeStep;
+    velocity.y = std::max(velocity.y, -hero::fallSpeed);
+    steer(time < leap.turnTime ? leap.firstDirection : leap.thenDirection);
+}
+
 bool HeroFlight::fly(const Standing& from, const Leap& leap, Standing& landing,
                      std::vector<Zelkor::Vec2>* path) {
     feet = {leap.startX, grid.rowY(from.row) - cellSize / 2};
@@ -132,11 +140,8 @@ bool HeroFlight::fly(const Standing& from, const Leap& leap, Standing& landing,
     for (int step = 0; step < longestFlight; ++step) {
         const float time = static_cast<float>(step) * timeStep;
         if (path) path->push_back(feet);
-        const bool held = hold > 0 && velocity.y > 0;
-        hold = held ? hold - timeStep : 0;
-        velocity.y -= (hold > 0 ? hero::heldGravity : hero::gravity) * timeStep;
-        velocity.y = std::max(velocity.y, -hero::fallSpeed);
-        steer(time < leap.turnTime ? leap.firstDirection : leap.thenDirection);
+        // The step that leaves the ground still moves by the take-off's own speed.
+        if (step > 0) accelerate(leap, time, hold);
         if (!moveSideways(velocity.x * timeStep) || !moveUpDown(velocity.y * timeStep)) return false;
         if (!keepInArea(feet, velocity.x, area)) return false;
         if (!grounded) continue;

@@ -48,6 +48,7 @@ class HeroFlight {
     bool moveUpDown(float distance);
     bool landOn(float oldY);
     void steer(int direction);
+    void accelerate(const Leap& leap, float time, float& hold);
     bool settle(Standing& landing) const;
 
     const StageGrid& grid;
