@@ -11,8 +11,8 @@ namespace viewer {
 
 struct SheetOptions {
     std::vector<std::string> units;
-    std::vector<std::string> held;
-    std::vector<std::string> clips; // empty: all of one unit's, the first of several units'
+    std::vector<std::string> held = {};
+    std::vector<std::string> clips = {}; // empty: all of one unit's, the first of several units'
     int moments = 8;
     int size = 200; // pixels of a cell
     float zoom = 0; // 0: as in the game, or less for what would not fit
