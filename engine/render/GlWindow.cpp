@@ -111,6 +111,8 @@ void GlRenderer::setInitialState(int width, int height) {
     aspect = static_cast<float>(width) / static_cast<float>(std::max(height, 1));
     if (canUseFramebuffers()) glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, 0);
     currentTarget_ = 0;
+    // The first frame starts as empty as the later ones, which present clears.
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
 }
 
 void GlRenderer::resize(int width, int height) {

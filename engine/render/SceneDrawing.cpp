@@ -91,8 +91,9 @@ void renderScene(Scene& scene, Camera& camera) {
     renderer.beginScene(camera);
     renderer.applyCamera(camera);
 
-    static RenderLists lists; // kept from frame to frame for their storage only
+    RenderLists lists;
     lists.update(scene, camera, managers.unitManager->frameNumber);
+    renderer.drawnUnits = static_cast<int>(lists.main.size() + lists.special.size());
     // Solid things near to far, so that what they hide is never shaded; then what shows things through it,
     // far to near.
     for (Unit* unit : lists.main)

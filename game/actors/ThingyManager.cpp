@@ -57,16 +57,19 @@ void ThingyManager::setScene(Scene* scene) {
     scene_ = scene;
 }
 
+bool ThingyManager::canSpawn(int type) {
+    return type >= 1 && type <= lastSpawnType && factory()[type];
+}
+
 Thingy* ThingyManager::spawn(int type, const std::string& unitName, const Vec3& position,
                              const Quat& orientation) {
-    const SpawnRow::Create create = type >= 1 && type <= lastSpawnType ? factory()[type] : nullptr;
-    if (!create) {
+    if (!canSpawn(type)) {
         logLine("No Thingy Spawned");
         return nullptr;
     }
     assert(scene_);
     Unit* unit = scene_->createUnit(unitName, position, orientation);
-    std::unique_ptr<Thingy> actor = create(*unit);
+    std::unique_ptr<Thingy> actor = factory()[type](*unit);
     actor->spawnType = type;
     unit->updateWorldBox(); // it may be hit before its first update
     Thingy* spawned = actor.get();

@@ -49,6 +49,8 @@ class ThingyManager {
     // Where units of new actors are created; set by each session, and cleared of actors before it goes.
     void setScene(Zelkor::Scene* scene);
 
+    // Whether a class has the type.
+    static bool canSpawn(int type);
     // Null, with a log line, for a type that no class has.
     Thingy* spawn(int type, const std::string& unitName, const Zelkor::Vec3& position,
                   const Zelkor::Quat& orientation = {});

@@ -1,0 +1,87 @@
+#include "Options.h"
+
+#include <CLI/CLI.hpp>
+
+#include <charconv>
+
+namespace {
+
+bool parseInt(std::string_view text, int& out) {
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), out);
+    return error == std::errc() && end == text.data() + text.size();
+}
+
+bool parseSize(const std::string& text, WindowSize& out) {
+    const auto x = text.find('x');
+    return x != std::string::npos && parseInt(std::string_view(text).substr(0, x), out.width) &&
+           parseInt(std::string_view(text).substr(x + 1), out.height) && out.width >= 16 &&
+           out.height >= 16 && out.width <= 16384 && out.height <= 16384;
+}
+
+bool parseScreenshot(const std::string& text, ScreenshotRequest& out) {
+    const auto at = text.rfind('@');
+    if (at == std::string::npos || at == 0) return false;
+    out.file = text.substr(0, at);
+    return parseInt(std::string_view(text).substr(at + 1), out.frame) && out.frame >= 0;
+}
+
+} // namespace
+
+std::optional<Options> parseCommandLine(int argc, const char* const* argv, int& exitCode) {
+    Options options;
+    CLI::App app("Rustpike: a platform shooter drawn in pencil. Without arguments it plays.", "rustpike");
+    app.set_version_flag("--version", "rustpike " RUSTPIKE_VERSION);
+    app.add_option("--data", options.data, "The data folder")->type_name("DIR");
+    app.add_flag("--headless", options.headless, "No window, no sound card, no message box");
+    app.add_option_function<std::string>(
+           "--size",
+           [&](const std::string& text) {
+               WindowSize size;
+               if (!parseSize(text, size))
+                   throw CLI::ValidationError("--size", "wants WIDTHxHEIGHT, 16 to 16384");
+               options.size = size;
+           },
+           "The size of the picture")
+        ->type_name("WxH");
+    auto* windowed = app.add_flag_callback(
+        "--windowed", [&] { options.fullscreen = false; }, "Play in a window");
+    app.add_flag_callback(
+           "--fullscreen", [&] { options.fullscreen = true; }, "Play in full screen")
+        ->excludes(windowed);
+    app.add_option("--stage", options.stage, "Start in this stage, with no menu open")
+        ->check(CLI::Range(0, 19));
+    app.add_option("--frames", options.frames, "End after so many frames")->check(CLI::NonNegativeNumber);
+    app.add_option("--step", options.step, "Seconds of every frame, instead of the wall clock")
+        ->check(CLI::Range(0.0001, 10.0))
+        ->type_name("SECONDS");
+    app.add_option("--seed", options.seed, "Seed of the random numbers");
+    app.add_option("--input", options.input, "Play an input script")->type_name("FILE");
+    app.add_option("--record", options.record, "Write an input script")->type_name("FILE");
+    app.add_option_function<std::vector<std::string>>(
+           "--screenshot",
+           [&](const std::vector<std::string>& texts) {
+               for (const std::string& text : texts) {
+                   ScreenshotRequest request;
+                   if (!parseScreenshot(text, request))
+                       throw CLI::ValidationError("--screenshot", "wants FILE.png@FRAME");
+                   options.screenshots.push_back(request);
+               }
+           },
+           "Write the picture of a frame; may be repeated")
+        ->type_name("FILE.png@FRAME");
+    app.add_option("--trace", options.trace, "Write the state of the game, a JSON object a frame")
+        ->type_name("FILE");
+    app.add_option("--trace-every", options.traceEvery, "Trace every K frames")
+        ->check(CLI::PositiveNumber)
+        ->type_name("K");
+    app.add_option("--profile", options.profile, "Write the profiler's sections, a JSON object a frame")
+        ->type_name("FILE");
+    app.add_flag("--check-data", options.checkData, "Read every data file and list what is wrong");
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        exitCode = app.exit(error) == 0 ? 0 : 1;
+        return std::nullopt;
+    }
+    return options;
+}

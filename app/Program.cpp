@@ -1,0 +1,234 @@
+#include "Program.h"
+
+#include "InputScript.h"
+#include "Platform.h"
+#include "Trace.h"
+
+#include "audio/AudioManager.h"
+#include "core/DebugManager.h"
+#include "core/EngineManagers.h"
+#include "core/Log.h"
+#include "core/Random.h"
+#include "core/TimerManager.h"
+#include "game/Game.h"
+#include "input/ControllerManager.h"
+#include "io/DataFiles.h"
+#include "render/GlRenderer.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <memory>
+
+using Zelkor::logLine;
+
+namespace {
+
+struct DisplaySettings {
+    unsigned width = 1280, height = 720;
+    int fullscreen = 0;
+};
+
+// The first two lines of the settings file; a failed read leaves that value and the following ones.
+void readDisplaySettings(const std::filesystem::path& file, DisplaySettings& settings) {
+    std::ifstream in(file);
+    if (!in) return;
+    logLine("load save file");
+    std::string word;
+    unsigned width = 0, height = 0;
+    int fullscreen = 0;
+    if (!(in >> word >> width)) return;
+    settings.width = width;
+    if (!(in >> height)) return;
+    settings.height = height;
+    if (in >> word >> fullscreen) settings.fullscreen = fullscreen;
+}
+
+// Full screen keeps a size the display offers, else takes the desktop's; a window is never larger than the
+// desktop.
+void fitToDisplay(platform::Platform& system, DisplaySettings& settings) {
+    const auto desktop = system.currentDisplayMode();
+    if (settings.fullscreen == 0) {
+        if (!desktop) return;
+        settings.width = std::min(settings.width, static_cast<unsigned>(desktop->width));
+        settings.height = std::min(settings.height, static_cast<unsigned>(desktop->height));
+        return;
+    }
+    logLine("test resolution");
+    const auto modes = system.displayModes();
+    const bool offered = std::any_of(modes.begin(), modes.end(), [&](const platform::DisplayMode& mode) {
+        return static_cast<unsigned>(mode.width) == settings.width &&
+               static_cast<unsigned>(mode.height) == settings.height;
+    });
+    if (offered || !desktop) return;
+    settings.width = static_cast<unsigned>(desktop->width);
+    settings.height = static_cast<unsigned>(desktop->height);
+}
+
+DisplaySettings chooseDisplay(platform::Platform& system, const Options& options) {
+    DisplaySettings settings;
+    if (const auto documents = system.documentsFolder())
+        readDisplaySettings(*documents / "Games" / "Rustpike" / "settings.sav", settings);
+    if (options.fullscreen) settings.fullscreen = *options.fullscreen;
+    if (options.size) {
+        settings.width = static_cast<unsigned>(options.size->width);
+        settings.height = static_cast<unsigned>(options.size->height);
+        if (options.headless) return settings; // no desktop to fit into
+    }
+    fitToDisplay(system, settings);
+    return settings;
+}
+
+// What the command line asks to be fed into and written out of the run.
+class Recording {
+  public:
+    // False, with a message on standard error, when a file cannot be opened or understood.
+    bool open(const Options& options) {
+        screenshots_ = options.screenshots;
+        if (!options.input.empty()) {
+            std::string reason;
+            auto actions = readInputScript(options.input, reason);
+            if (!actions) {
+                std::fprintf(stderr, "rustpike: %s\n", reason.c_str());
+                return false;
+            }
+            player_ = std::make_unique<InputPlayer>(std::move(*actions));
+        }
+        return openWriter(recorder_, options.record) &&
+               openWriter(trace_, options.trace, options.traceEvery) && openWriter(profile_, options.profile);
+    }
+
+    bool playsInput() const { return player_ != nullptr; }
+
+    void beforeFrame(int frame, Zelkor::ControllerManager& controllers, Zelkor::GlRenderer& renderer) {
+        if (player_) player_->apply(frame, controllers);
+        if (recorder_) recorder_->record(frame, controllers);
+        if (profile_) profile_->beforeFrame();
+        renderer.captureFrame =
+            std::any_of(screenshots_.begin(), screenshots_.end(),
+                        [&](const ScreenshotRequest& shot) { return shot.frame == frame; });
+    }
+
+    // False when a picture could not be written.
+    bool afterFrame(int frame, const Game& game, const Zelkor::GlRenderer& renderer) {
+        if (trace_) trace_->write(frame, game);
+        if (profile_) profile_->write(frame);
+        bool written = true;
+        for (const ScreenshotRequest& shot : screenshots_)
+            if (shot.frame == frame && !renderer.capturedFrame.writePng(shot.file)) {
+                std::fprintf(stderr, "rustpike: cannot write %s\n", shot.file.c_str());
+                written = false;
+            }
+        return written;
+    }
+
+  private:
+    template <class Writer, class... Arguments>
+    bool openWriter(std::unique_ptr<Writer>& writer, const std::filesystem::path& file,
+                    Arguments... arguments) {
+        if (file.empty()) return true;
+        writer = std::make_unique<Writer>(file, arguments...);
+        if (!writer->failed()) return true;
+        std::fprintf(stderr, "rustpike: cannot write %s\n", file.c_str());
+        return false;
+    }
+
+    std::unique_ptr<InputPlayer> player_;
+    std::unique_ptr<InputRecorder> recorder_;
+    std::unique_ptr<TraceWriter> trace_;
+    std::unique_ptr<ProfileWriter> profile_;
+    std::vector<ScreenshotRequest> screenshots_;
+};
+
+void readMouse(Zelkor::GlRenderer& renderer, Zelkor::ControllerManager& controllers) {
+    if (!renderer.hasFocus() && renderer.fullscreen) return;
+    if (!renderer.window()) return;
+    const auto cursor = renderer.window()->cursorPosition();
+    const auto size = renderer.window()->clientSize();
+    if (!cursor || size.width <= 0 || size.height <= 0) return;
+    controllers.mouseX = static_cast<float>(cursor->x) / static_cast<float>(size.width);
+    controllers.mouseY = static_cast<float>(cursor->y) / static_cast<float>(size.height);
+}
+
+// Returns the exit code that the system asked for, or 0; 1 when something asked for could not be written.
+int mainLoop(platform::Platform& system, const Options& options, Game& game, Recording& recording) {
+    auto& managers = *Zelkor::engineManagers();
+    auto& renderer = static_cast<Zelkor::GlRenderer&>(*managers.renderer);
+    auto& controllers = *managers.controllerManager;
+    int exitCode = 0;
+    bool quit = options.frames == 0;
+    bool askedAboutShaders = false;
+    for (int frame = 0; !quit;) {
+        platform::Message message;
+        while (system.pollMessage(message)) {
+            if (message.kind == platform::MessageKind::quit) return message.code;
+            renderer.handleMessage(message);
+        }
+        if (renderer.active) {
+            recording.beforeFrame(frame, controllers, renderer);
+            game.runFrame();
+            if (!recording.afterFrame(frame, game, renderer)) exitCode = 1;
+            ++frame;
+            quit = game.quitRequested || (options.frames && frame >= *options.frames);
+        }
+        if (renderer.shaderCompileFailed && !askedAboutShaders) {
+            if (!system.askYesNo("One or more shaders failed to compile. Continue anyway?", "ERROR",
+                                 platform::MessageIcon::exclamation))
+                quit = true;
+            askedAboutShaders = true;
+            renderer.shaderCompileFailed = false;
+        }
+        if (!recording.playsInput()) readMouse(renderer, controllers);
+    }
+    return exitCode;
+}
+
+} // namespace
+
+std::filesystem::path findDataFolder(const Options& options, const std::filesystem::path& executableFolder) {
+    if (!options.data.empty()) return options.data;
+    const std::filesystem::path candidates[] = {"data", executableFolder / "data",
+                                                executableFolder / ".." / "data", RUSTPIKE_INSTALLED_DATA};
+    for (const auto& candidate : candidates) {
+        std::error_code ignored;
+        if (std::filesystem::is_directory(candidate, ignored)) return candidate;
+    }
+    return candidates[0];
+}
+
+int runProgram(platform::Platform& system, const Options& options) {
+    Recording recording;
+    if (!recording.open(options)) return 1;
+
+    Zelkor::Log::instance().open("log.txt");
+    logLine("init");
+    auto managers = std::make_unique<Zelkor::EngineManagers>();
+    Zelkor::seedRandom(options.seed ? *options.seed : static_cast<std::uint32_t>(system.counter()));
+    managers->timerManager->fixedFrameSeconds = options.step;
+
+    const DisplaySettings display = chooseDisplay(system, options);
+    logLine("init GL renderer");
+    if (!managers->renderer->init("test", static_cast<int>(display.width), static_cast<int>(display.height),
+                                  32, display.fullscreen != 0)) {
+        managers->renderer.reset();
+        Zelkor::Log::instance().close();
+        return 0;
+    }
+    logLine("init profiler");
+    managers->debugManager->startUp();
+    managers->controllerManager->startJoysticks();
+
+    logLine("create game");
+    auto game = std::make_unique<Game>();
+    if (options.stage) game->currentStage = *options.stage;
+    game->preloadAssets();
+    game->startSession();
+
+    const int exitCode = mainLoop(system, options, *game, recording);
+
+    system.showCursor(true);
+    game.reset();
+    managers.reset();
+    Zelkor::Log::instance().close();
+    return exitCode;
+}

@@ -1,0 +1,139 @@
+#include "Trace.h"
+
+#include "actors/ThingyManager.h"
+#include "actors/player/PlayerStandard.h"
+#include "core/DebugManager.h"
+#include "core/EngineManagers.h"
+#include "core/TimerManager.h"
+#include "game/Game.h"
+#include "game/GameCamera.h"
+#include "game/Session.h"
+#include "render/Renderer.h"
+#include "resources/Unit.h"
+#include "world/EventList.h"
+
+#include <nlohmann/json.hpp>
+
+#include <array>
+
+namespace {
+
+// Floats are written with the digits that tell them apart, and fields in the order they are given, so that
+// equal states are equal texts.
+using Json = nlohmann::basic_json<nlohmann::ordered_map, std::vector, std::string, bool, std::int64_t,
+                                  std::uint64_t, float>;
+
+Json vector(const Zelkor::Vec3& v) {
+    return {v.x, v.y, v.z};
+}
+
+Json timers() {
+    Json result = Json::object();
+    for (const Zelkor::GameTimer& timer : Zelkor::TimerManager::instance().timers())
+        result[timer.name] = {{"total", static_cast<float>(timer.total)},
+                              {"delta", timer.delta},
+                              {"paused", timer.paused != 0}};
+    return result;
+}
+
+Json cameraState(const GameCamera& camera) {
+    return {{"position", vector(camera.position)},
+            {"view", vector(camera.view.position)},
+            {"fov", camera.view.fieldOfView},
+            {"fade", camera.fade},
+            {"area", {vector(camera.areaMin), vector(camera.areaMax)}},
+            {"panActive", camera.panActive},
+            {"lockWeight", camera.lockWeight},
+            {"shake", camera.shakeAmplitude}};
+}
+
+Json heroState(const ThingyManager& actors) {
+    std::vector<Thingy*> heroes;
+    actors.collectAll(GROUP_PLAYER, heroes);
+    const auto* hero = heroes.empty() ? nullptr : dynamic_cast<const PlayerStandard*>(heroes.front());
+    if (!hero) return nullptr;
+    static constexpr std::array<const char*, PlayerState::count> stateNames = {"ground", "air", "hurt"};
+    return {{"position", vector(hero->position())},
+            {"bodyCentre", vector(hero->bodyCentre)},
+            {"velocity", vector(hero->velocity)},
+            {"state", stateNames[static_cast<std::size_t>(hero->state)]},
+            {"facing", hero->facing},
+            {"crouching", hero->crouching},
+            {"health", hero->health},
+            {"weapon", nullptr}, // he carries none that fires yet
+            {"groundSide", hero->groundSide},
+            {"wallSide", hero->wallSide},
+            {"up", vector(hero->up)},
+            {"flash", hero->flash},
+            {"dead", hero->dead}};
+}
+
+Json actorStates(const ThingyManager& actors) {
+    Json result = Json::array();
+    for (int group = 0; group < groupCount; ++group) {
+        std::vector<Thingy*> members;
+        actors.collectAll(group, members);
+        for (const Thingy* actor : members)
+            result.push_back({{"type", actor->spawnType},
+                              {"group", actor->group},
+                              {"position", vector(actor->position())},
+                              {"velocity", vector(actor->velocity)},
+                              {"health", actor->health}});
+    }
+    return result;
+}
+
+Json eventStates(const EventList& events) {
+    Json result = Json::array();
+    for (int i = 0; i < events.size(); ++i) {
+        const Event& event = *events.at(i);
+        result.push_back({{"index", event.index},
+                          {"active", event.active},
+                          {"fired", event.fired},
+                          {"hitCount", event.hitCount}});
+    }
+    return result;
+}
+
+} // namespace
+
+TraceWriter::TraceWriter(const std::filesystem::path& file, int every) : out_(file), every_(every) {}
+
+void TraceWriter::write(int frame, const Game& game) {
+    if (frame % every_ != 0) return;
+    const Zelkor::Renderer& renderer = *Zelkor::engineManagers()->renderer;
+    const Session* session = game.session.get();
+    Json line = {{"frame", frame},
+                 {"time", session ? session->time : 0.0f},
+                 {"stage", game.currentStage},
+                 {"session", session != nullptr},
+                 {"menus", Json::array()},
+                 {"music", ""},
+                 {"timers", timers()}};
+    line["camera"] = session ? cameraState(*session->camera) : Json();
+    line["hero"] = heroState(*game.thingyManager);
+    line["actors"] = actorStates(*game.thingyManager);
+    line["events"] = session ? eventStates(*session->eventList) : Json::array();
+    line["particles"] = 0;
+    line["units"] = {{"scene", session ? session->scene.units().size() : 0}, {"drawn", renderer.drawnUnits}};
+    out_ << line.dump() << '\n';
+}
+
+ProfileWriter::ProfileWriter(const std::filesystem::path& file) : out_(file) {}
+
+void ProfileWriter::write(int frame) {
+    const auto& managers = *Zelkor::engineManagers();
+    Json sections = Json::array();
+    for (const Zelkor::ProfileRow& row : managers.debugManager->finishedFrame())
+        sections.push_back(
+            {{"name", Zelkor::profileName(row.id)},
+             {"depth", row.depth},
+             {"calls", row.calls},
+             {"cpu", static_cast<float>(managers.debugManager->microseconds(row.accumulated))}});
+    Json line = {{"frame", frame}, {"sections", sections}};
+    gpu_.end();
+    // A few frames old: waiting for this frame's would cost what is measured.
+    const auto gpu = gpu_.takeMicroseconds();
+    line["gpu"] = gpu ? Json(static_cast<float>(*gpu)) : Json();
+    out_ << line.dump() << '\n';
+}

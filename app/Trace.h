@@ -1,0 +1,34 @@
+// Writes what the game is doing, for tests and tools: one JSON object a traced frame, one a line.
+#pragma once
+
+#include "render/GpuTimer.h"
+
+#include <filesystem>
+#include <fstream>
+
+class Game;
+
+class TraceWriter {
+  public:
+    TraceWriter(const std::filesystem::path& file, int every);
+    bool failed() const { return !out_; }
+    // After the frame has run.
+    void write(int frame, const Game& game);
+
+  private:
+    std::ofstream out_;
+    int every_;
+};
+
+// The profiler's sections of each frame, CPU microseconds, and the GPU's where the driver measures them.
+class ProfileWriter {
+  public:
+    explicit ProfileWriter(const std::filesystem::path& file);
+    bool failed() const { return !out_; }
+    void beforeFrame() { gpu_.begin(); }
+    void write(int frame);
+
+  private:
+    std::ofstream out_;
+    Zelkor::GpuTimer gpu_;
+};

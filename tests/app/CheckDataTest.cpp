@@ -1,0 +1,97 @@
+#include "check/CheckMaterials.h"
+#include "check/CheckStages.h"
+#include "support/TempData.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// "line: reason" of each finding, for comparing.
+std::vector<std::string> lines(const Findings& findings) {
+    std::vector<std::string> result;
+    for (const Finding& finding : findings)
+        result.push_back(std::to_string(finding.line) + ": " + finding.reason);
+    return result;
+}
+
+TEST(CheckData, MaterialsNameLineAndReason) {
+    TempData data;
+    data.write("textures/hatch.tga", "");
+    data.write("shaders/post/sketch.shader", "");
+    data.write("materials/good.material",
+               "material a\n{\n technique { pass { shader sketch\n texture_unit {\n"
+               " texture hatch scroll_anim 0.5 -1 } scene_blend src_alpha one_minus } }\n}\n");
+    data.write("materials/bad.material",
+               "material a\n{\n shader gone\n texture hatch\n texture_unit { texture lost }\n"
+               " depht_bias 1\n alpha_rejection greater 1.5\n shader_param x 1e3\n}\n"
+               "materail b\n");
+    std::set<std::string> defined;
+    Findings findings;
+    checkMaterialFile("materials/good.material", findings, defined);
+    EXPECT_EQ(lines(findings), std::vector<std::string>());
+    defined.clear();
+    checkMaterialFile("materials/bad.material", findings, defined);
+    const std::vector<std::string> expected = {
+        "3: missing shader 'gone'",
+        "4: 'texture' before any texture_unit",
+        "5: missing texture 'lost'",
+        "6: unknown keyword 'depht_bias'",
+        "6: unknown keyword '1'",
+        "7: alpha_rejection is no integer: '1.5'",
+        "8: shader_param is no number: '1e3'",
+        "10: expected 'material', found 'materail'",
+        "10: expected 'material', found 'b'",
+    };
+    EXPECT_EQ(lines(findings), expected);
+}
+
+TEST(CheckData, UnclosedMaterialIsNamedWhereItBegins) {
+    TempData data;
+    data.write("materials/m.material", "\nmaterial a {\n outlines\n");
+    std::set<std::string> defined;
+    Findings findings;
+    checkMaterialFile("materials/m.material", findings, defined);
+    EXPECT_EQ(lines(findings), std::vector<std::string>{"2: material 'a' is not closed"});
+}
+
+TEST(CheckData, EventsAreCheckedFieldByField) {
+    TempData data;
+    data.write("units/corvan.mesh", "");
+    data.write("levels/good.event", "{\nSpawnPlayer{ pos 0 5 0 rot 0 0 1 0 mesh corvan triggers 1 1 }\n"
+                                    "Delay{ pos 0 0 0 time 1.5 param 2 3.0 }\nStartupTriggers 1 0 \n}\n");
+    data.write("levels/bad.event", "{\nSpawnPlayer{ pos 0 5 rot 0 0 1 0 mesh gone }\n"
+                                   "PlayerRect{ min 5 5 max 0 9 triggers 2 0 7 }\nDealy{ }\n");
+    Findings findings;
+    checkEventFile("levels/good.event", findings);
+    EXPECT_EQ(lines(findings), std::vector<std::string>());
+    checkEventFile("levels/bad.event", findings);
+    const auto found = lines(findings);
+    const auto has = [&](const std::string& line) {
+        return std::find(found.begin(), found.end(), line) != found.end();
+    };
+    EXPECT_TRUE(has("2: pos is no number: 'rot'")) << ::testing::PrintToString(found);
+    EXPECT_TRUE(has("3: the box is empty"));
+    EXPECT_TRUE(has("3: a trigger to event 7 of 2"));
+    EXPECT_TRUE(has("4: unknown word 'Dealy{'"));
+}
+
+TEST(CheckData, LevelsAndTileDefinitions) {
+    TempData data;
+    data.write("units/tiles/area1/ground.mesh", "");
+    data.write("levels/l.level", "0 0 4 4\ntiles/area1/ground 0 0 0\ntiles/area1/gruond 10 0 0\n"
+                                 "tiles/area1/gruond 20 0 0\ntiles/area1/ground 1 x");
+    data.write("units/tiles/area1/tiledef.txt",
+               "ground size 1 1 1 type 1 scaleX ;\nlost type 9 ;\nground typ 1");
+    Findings findings;
+    checkLevelFile("levels/l.level", findings);
+    EXPECT_EQ(lines(findings), (std::vector<std::string>{"3: missing mesh 'tiles/area1/gruond'",
+                                                         "5: y is no number: 'x'", "5: z is no number: ''"}))
+        << "a missing mesh is named once";
+    findings.clear();
+    checkTileDefFile("units/tiles/area1/tiledef.txt", findings);
+    EXPECT_EQ(lines(findings), (std::vector<std::string>{"2: missing mesh 'tiles/area1/lost'",
+                                                         "3: unknown word 'typ'", "3: unknown word '1'",
+                                                         "3: entry 'ground' has no ';' and is not used"}));
+}
+
+} // namespace

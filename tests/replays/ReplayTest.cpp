@@ -1,0 +1,120 @@
+// Plays recorded input through the real program, headless, and compares the state of the game, frame for
+// frame, with what it was when the recording was accepted. NAME.input is the recording, NAME.hashes the hash
+// of the trace up to every 60th frame. Accept a changed game with RUSTPIKE_ACCEPT_REPLAYS=1.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int checkpointFrames = 60;
+
+struct Replay {
+    std::string name;
+    int stage;
+    int frames;
+};
+
+const std::vector<Replay>& replays() {
+    static const std::vector<Replay> all = {{"stage0", 0, 1500}};
+    return all;
+}
+
+fs::path sourceOf(const Replay& replay, const char* extension) {
+    return fs::path(REPLAY_FOLDER) / (replay.name + extension);
+}
+
+// A line a checkpoint: the frame and the hash of everything up to it (FNV-1a, 64 bits).
+std::vector<std::string> hashTrace(const fs::path& trace) {
+    std::vector<std::string> checkpoints;
+    std::ifstream in(trace);
+    std::string line;
+    std::uint64_t hash = 0xcbf29ce484222325u;
+    for (int frame = 0; std::getline(in, line); ++frame) {
+        for (const char c : line)
+            hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3u;
+        if (frame % checkpointFrames == checkpointFrames - 1) {
+            std::ostringstream text;
+            text << frame << ' ' << std::hex << hash;
+            checkpoints.push_back(text.str());
+        }
+    }
+    return checkpoints;
+}
+
+std::vector<std::string> readLines(const fs::path& file) {
+    std::vector<std::string> lines;
+    std::ifstream in(file);
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+std::vector<std::string> play(const Replay& replay, const fs::path& input) {
+    const fs::path folder = fs::temp_directory_path() / ("rustpike-replay-" + replay.name);
+    fs::create_directories(folder);
+    const fs::path trace = folder / (input.stem().string() + ".trace");
+    std::ostringstream command;
+    command << "cd " << folder
+            << " && " RUSTPIKE_PROGRAM " --data " RUSTPIKE_DATA " --headless --size 64x36 --seed 1 "
+            << "--step 0.0166667 --stage " << replay.stage << " --frames " << replay.frames << " --input "
+            << input << " --trace " << trace;
+    EXPECT_EQ(std::system(command.str().c_str()), 0) << command.str();
+    return hashTrace(trace);
+}
+
+class ReplayTest : public ::testing::TestWithParam<Replay> {};
+
+TEST_P(ReplayTest, PlaysAsItWasAccepted) {
+    const Replay& replay = GetParam();
+    const auto played = play(replay, sourceOf(replay, ".input"));
+    ASSERT_EQ(played.size(), static_cast<std::size_t>(replay.frames / checkpointFrames));
+    if (std::getenv("RUSTPIKE_ACCEPT_REPLAYS")) {
+        std::ofstream out(sourceOf(replay, ".hashes"));
+        for (const std::string& line : played)
+            out << line << '\n';
+        GTEST_SKIP() << "accepted";
+    }
+    const auto accepted = readLines(sourceOf(replay, ".hashes"));
+    ASSERT_EQ(accepted.size(), played.size());
+    for (std::size_t i = 0; i < played.size(); ++i)
+        ASSERT_EQ(played[i], accepted[i])
+            << "the run first differs in the " << checkpointFrames << " frames up to this one";
+}
+
+// Keeps the comparison honest: one key released later must show.
+TEST_P(ReplayTest, AChangedRecordingFails) {
+    const Replay& replay = GetParam();
+    auto lines = readLines(sourceOf(replay, ".input"));
+    const fs::path changed = fs::temp_directory_path() / (replay.name + "-changed.input");
+    {
+        std::ofstream out(changed);
+        bool delayed = false;
+        for (const std::string& line : lines) {
+            const auto space = line.find(' ');
+            if (!delayed && line.find(" release ") != std::string::npos) {
+                out << std::stoi(line) + 3 << line.substr(space) << '\n';
+                delayed = true;
+            } else {
+                out << line << '\n';
+            }
+        }
+        ASSERT_TRUE(delayed);
+    }
+    const auto accepted = readLines(sourceOf(replay, ".hashes"));
+    ASSERT_FALSE(accepted.empty());
+    EXPECT_NE(play(replay, changed).back(), accepted.back());
+}
+
+INSTANTIATE_TEST_SUITE_P(Stages, ReplayTest, ::testing::ValuesIn(replays()),
+                         [](const auto& info) { return info.param.name; });
+
+} // namespace
