@@ -4,7 +4,7 @@ packages=(
   g++ cmake ninja-build ccache pkg-config
   libsdl2-dev libglew-dev libglu1-mesa-dev libgl1-mesa-dri
   libcli11-dev nlohmann-json3-dev libstb-dev libmeshoptimizer-dev
-  libgtest-dev libbenchmark-dev
+  libgtest-dev libbenchmark-dev libpng-dev
 )
 
 say() { printf '== %s\n' "$*"; }
