@@ -125,7 +125,7 @@ Music{ pos 0 0 0 town }
 Field{ min -315 35 max -295 55 type 2 }
 Thingy{ pos -300 40 0 rot 90 0 1 0 mesh p type 18 }
 SpawnPlayer{ pos -320 6 0 rot 0 0 1 0 mesh corvan }
-PlayerRect{ min -255 5 max -235 35 triggers 1 10 }
+PlayerRect{ min -255 4 max -235 35 triggers 1 10 }
 OpenMenu{ pos 0 0 0 menu 8 }
 StartupTriggers 7 0 8 9 3 4 5 6 
 }

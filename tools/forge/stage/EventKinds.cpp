@@ -224,6 +224,8 @@ class FieldReader {
 
     std::string box() {
         event.box = readBox(arguments, stage);
+        // Feet rest a hair inside their floor: a box that stands on it reaches a little below.
+        if (keyword == "PlayerRect") event.box->first.y -= feetMargin;
         return "min" + words({event.box->first.x, event.box->first.y}) + " max" +
                words({event.box->second.x, event.box->second.y});
     }

@@ -13,6 +13,8 @@
 namespace forge {
 
 inline constexpr float cellSize = 10; // world units
+// How far a zone that asks for feet reaches below the floor they rest in.
+inline constexpr float feetMargin = 1;
 
 struct StageTile {
     const TileKind* kind = nullptr;

@@ -264,8 +264,7 @@ class StageParser {
         const Zelkor::Vec2 cells = required(arguments, axis);
         const float half = cellSize / 2;
         if (sideways) {
-            // Feet rest a hair below the surface of their floor: the zone reaches a little under it.
-            area.first.y = stage.rowY(cells.x) - half - 1;
+            area.first.y = stage.rowY(cells.x) - half - feetMargin;
             area.second.y = stage.rowY(cells.y) + half;
         } else {
             area.first.x = stage.columnX(cells.x) - half;
