@@ -14,7 +14,6 @@ using Zelkor::Vec3;
 PlayerSurroundings PlayerSurroundings::ofGame() {
     PlayerSurroundings world;
     world.device = &Zelkor::engineManagers()->controllerManager->firstPlayer();
-    world.timer = Zelkor::TimerManager::instance().findTimer("game");
     if (const Game* game = Game::current()) {
         world.grid = game->tileGrid();
         world.camera = game->camera();
@@ -34,7 +33,7 @@ Player::Player(Zelkor::Unit& ownUnit, const PlayerSurroundings& surroundings)
     gravity = heroConstants.gravity * factor;
     heldJumpGravity = heroConstants.heldJumpGravity * factor;
     terminalSpeed = heroConstants.terminalSpeed;
-    if (world_.timer) world_.timer->scale = 1;
+    if (timer) timer->scale = 1;
 }
 
 Player::~Player() {
@@ -76,5 +75,5 @@ Vec3 Player::worldVelocity() const {
 }
 
 float Player::playerTime() const {
-    return world_.timer ? static_cast<float>(world_.timer->total) : 0;
+    return timer ? static_cast<float>(timer->total) : 0;
 }

@@ -11,10 +11,6 @@ class Session;
 class ThingyManager;
 class TileGrid;
 
-namespace Zelkor {
-struct GameTimer;
-}
-
 // What the hero lives in. None of it is owned; the pointers may be null, and what needs them then does
 // nothing.
 struct PlayerSurroundings {
@@ -26,7 +22,6 @@ struct PlayerSurroundings {
     GameCamera* camera = nullptr;
     ThingyManager* actors = nullptr;
     Session* session = nullptr;
-    Zelkor::GameTimer* timer = nullptr; // "game"
 };
 
 class Player : public Thingy {

@@ -22,7 +22,7 @@ using Zelkor::Vec3;
 
 namespace {
 
-const SpawnRow spawnRow{1, [](Zelkor::Unit& unit) -> std::unique_ptr<Thingy> {
+const SpawnRow spawnRow{SpawnType::player, [](Zelkor::Unit& unit) -> std::unique_ptr<Thingy> {
                             return std::make_unique<PlayerStandard>(unit, PlayerSurroundings::ofGame());
                         }};
 
