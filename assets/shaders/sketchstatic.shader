@@ -13,5 +13,5 @@ void main()
     // Ground stays pale, so that figures stand out in front of it.
     vec2 drawn = facePlace();
     float tone = mix(0.5 + toneLow, 1.02 + toneHigh, light);
-    gl_FragColor = vec4(pencil(drawn, tone, 0.13 * drift(drawn), 0.66), 1.0);
+    gl_FragColor = vec4(pencil(drawn, tone, 0.05 + 0.2 * drift(drawn), 0.66), 1.0);
 }

@@ -13,7 +13,7 @@ float paperGrain()
 // Slow drifts of the hand, -1..1: shading comes in patches, never as an even screen.
 float drift(vec2 place)
 {
-    vec2 p = place * 6.0;
+    vec2 p = place * 4.5;
     return sin(p.x * 1.3 + 1.7 * sin(p.y * 0.9)) * sin(p.y * 1.7 + 1.3 * sin(p.x * 0.7 + 2.0));
 }
 // place: where on the hatch texture this point is drawn. tone: 1 bare paper, 0 the pencil's full weight.
