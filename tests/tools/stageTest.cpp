@@ -387,5 +387,84 @@ TEST_F(StageCompiler, DrawsTheStageByKinds) {
     EXPECT_NE(colour(2, 0), colour(2, 3));
 }
 
+// Where the hero can get to, told by the cells he can stand in.
+TEST_F(StageCompiler, FollowsTheHeroThroughRoomsBelowAndAbove) {
+    const std::string maps = "map {\n 3 \"#####.....\"\n 0 \"..........\"\n -6 \"##########\"\n}";
+    const std::string ending =
+        "event hero SpawnPlayer at=1,4 mesh=m\nevent foe SpawnEnemy at=8,-5 actor=EnemyDuck mesh=d {\n"
+        " triggers clear\n}\nevent clear OpenMenu menu=8\nstart room hero foe\n";
+    const auto reach = [&](const std::string& rooms) {
+        const Stage stage = compile(head + maps + rooms + ending);
+        return searchReach(stage, StageGrid(stage));
+    };
+    // The fall leads out of the room: to death, unless an exit is there.
+    const std::string upper = "camera room columns=0,9 rows=0,9",
+                      lower = "camera cellar columns=0,9 rows=-7,1\n";
+    EXPECT_FALSE(reach(upper + "\nevent e NonReset {\n triggers cellar\n}\nstart e\n" + lower).endReached);
+    const ReachResult fallen = reach(upper + " {\n exit down columns=5,9 to=cellar\n}\n" + lower);
+    EXPECT_TRUE(fallen.endReached); // whoever must die for the end is met
+    EXPECT_EQ(fallen.farthestColumn, 9);
+    const auto standsAt = [&](int column, int row, int area) {
+        return std::any_of(fallen.standings.begin(), fallen.standings.end(), [&](const Standing& s) {
+            return s.column == column && s.row == row && s.area == area;
+        });
+    };
+    EXPECT_TRUE(standsAt(4, 4, 0) && standsAt(7, -5, 1));
+    EXPECT_FALSE(standsAt(7, -5, 0) || standsAt(4, 4, 1));
+    EXPECT_FALSE(fallen.jumps.empty());
+    for (const auto& path : fallen.jumps)
+        EXPECT_GT(path.size(), 3u);
+}
+
+TEST_F(StageCompiler, FindsTheEndThroughChainsOfEvents) {
+    const Stage stage = parseStage("s", head + R"(event box PlayerRect columns=1,2 rows=1,2 {
+    triggers wait
+}
+event wait Delay time=2 {
+    triggers twice
+}
+event twice Counter count=2 {
+    triggers clear
+}
+event clear OpenMenu menu=8
+event pause OpenMenu menu=2
+event other PlayerRect columns=1,2 rows=1,2 {
+    triggers pause
+}
+)",
+                                   catalogue);
+    EXPECT_EQ(eventsLeadingToEnd(stage), (std::vector<bool>{true, true, true, true, false, false}));
+}
+
+// The first stage as it stands in the sources, and what its opening scene relies on.
+TEST(FirstStage, KeepsTheGroundOfItsOpeningScene) {
+    fs::path assets = fs::current_path(); // tests run somewhere inside the tree
+    while (!fs::exists(assets / "assets/stages") && assets.has_relative_path())
+        assets = assets.parent_path();
+    assets /= "assets";
+    std::ifstream file(assets / "stages/level000.stage");
+    std::stringstream text;
+    text << file.rdbuf();
+    TileCatalogue catalogue(assets);
+    const Stage stage = parseStage("level000.stage", text.str(), catalogue);
+    const StageGrid grid(stage);
+    checkStage(stage, grid);
+    EXPECT_EQ(grid.columnX(grid.firstColumn()), -330);
+    EXPECT_GE(grid.width(), 140);
+    for (int column = 0; column < 42; ++column) {
+        EXPECT_TRUE(grid.solid(column, 0)) << column; // its surface lies at y = 5
+        for (int row = 1; row < 10; ++row)
+            EXPECT_EQ(grid.type(column, row), 0) << column << ", " << row;
+    }
+    EXPECT_TRUE(searchReach(stage, grid).endReached);
+    const auto count = [&](const std::string& keyword) {
+        return std::count_if(stage.events.begin(), stage.events.end(),
+                             [&](const StageEvent& event) { return event.keyword == keyword; });
+    };
+    EXPECT_EQ(count("SpawnPlayer"), 1);
+    EXPECT_GE(count("CameraBounds"), 2);
+    EXPECT_GE(count("CameraEdge"), 2);
+}
+
 } // namespace
 } // namespace forge
