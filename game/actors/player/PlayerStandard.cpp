@@ -110,8 +110,8 @@ void PlayerStandard::collideWithPlatforms() {
     platforms_.clear();
     if (world_.actors)
         world_.actors->collectInRadius(GROUP_PLATFORMS, bodyCentre, heroConstants.platformReach, platforms_);
-    for (Thingy* platform : platforms_)
-        pushOutOf(static_cast<Platform&>(*platform));
+    for (Thingy* actor : platforms_)
+        if (auto* platform = dynamic_cast<Platform*>(actor)) pushOutOf(*platform);
 }
 
 void PlayerStandard::pushOutOf(Platform& platform) {
@@ -180,11 +180,11 @@ void PlayerStandard::finishStep(float dt) {
         world_.session->restartRequested = true;
 }
 
-// The hand has to be where it will be drawn, so the hero is posed here rather than on his way to the screen,
-// and whether he is drawn or not.
+// The gun has to be where the hand will be drawn, so the hero takes the pose of the coming frame here rather than
+// on his way to the screen.
 void PlayerStandard::poseGun() {
-    if (const Zelkor::EngineManagers* managers = Zelkor::engineManagers(); managers && managers->unitManager)
-        unit->frameUpdate(managers->unitManager->frameNumber);
+    if (const Zelkor::EngineManagers* managers = Zelkor::engineManagers())
+        unit->frameUpdate(managers->unitManager->frameNumber + 1);
     gun_.follow();
 }
 

@@ -1,0 +1,137 @@
+// The hero among what the stage holds: his spawn event, exit zones, platforms, the gun in his hand.
+#include "actors/platforms/Platform.h"
+#include "actors/player/HeldGun.h"
+#include "actors/player/PlayerStandard.h"
+#include "animation/SkeletonInstance.h"
+#include "game/WorldTest.h"
+
+using namespace Zelkor;
+
+namespace {
+
+constexpr int raftType = 170, bounceShroom = 45;
+
+// Carries from above: 20 wide, its top 5 above its place.
+class Raft : public Platform {
+  public:
+    using Platform::Platform;
+    void update(float, float) override { unit->position += move; }
+    Vec3 carry() const override { return move; }
+    PlatformContact pushOut(Vec3& centre, const Vec3& half, const Vec3&) override {
+        const float into = unit->position.y + 5 - (centre.y - half.y);
+        if (absolute(centre.x - unit->position.x) > 10 + half.x || into < 0 || into > 10) return {};
+        centre.y += into;
+        return {true, {0, 1, 0}};
+    }
+    bool containsPoint(float, float) const override { return false; }
+    Vec3 move;
+};
+const SpawnRow raftRow{raftType, createActor<Raft>};
+
+class HeroInStage : public WorldTest {
+  protected:
+    // Spawned by his event, one below the given feet.
+    PlayerStandard& start(const std::string& feet, const std::string& events) {
+        startStage("0 0 1 1 ", "{ StartupTriggers 1 0 SpawnPlayer{ pos " + feet +
+                                   " rot 0 0 1 0 mesh none } " + events + " }");
+        return dynamic_cast<PlayerStandard&>(*game->thingyManager->nearest(GROUP_PLAYER, {}));
+    }
+    Raft& raft(const Vec3& place) {
+        return dynamic_cast<Raft&>(*game->thingyManager->spawn(raftType, "none", place));
+    }
+    void press(std::uint32_t buttons) {
+        PlayerInput& input = managers->controllerManager->firstPlayer();
+        input.previousButtons = input.buttons;
+        input.buttons = buttons;
+    }
+};
+
+} // namespace
+
+TEST_F(HeroInStage, RidesAPlatformUntilItGoes) {
+    PlayerStandard& hero = start("3 6 0", "");
+    EXPECT_EQ(hero.position(), (Vec3{3, 5, 0}));
+    EXPECT_EQ(game->camera()->target, &hero);
+    Raft& under = raft({0, 0, 0});
+    step(3);
+    under.move = {1, 0.5f, 0};
+    step(20);
+    EXPECT_EQ(hero.standingOn, &under);
+    EXPECT_EQ(hero.state, PlayerState::onGround);
+    EXPECT_NEAR(hero.position().x, 23, 1e-4f);
+    EXPECT_NEAR(hero.position().y, 15, 1e-4f);
+    under.removeMe = true;
+    step(2);
+    EXPECT_EQ(hero.standingOn, nullptr);
+    EXPECT_EQ(hero.state, PlayerState::inAir);
+}
+
+TEST_F(HeroInStage, AShroomBouncesWhoeverStandsOnIt) {
+    PlayerStandard& hero = start("0 6 0", "");
+    Raft& shroom = raft({0, 0, 0});
+    shroom.spawnType = bounceShroom;
+    step(3);
+    int standing = 0;
+    for (; hero.state == PlayerState::onGround; ++standing)
+        step();
+    EXPECT_EQ(hero.velocity.y, 119);
+    EXPECT_NEAR(standing / 60.0f, 0.25f, 0.04f);
+    while (hero.state != PlayerState::onGround)
+        step();
+    step(5); // longer than 0.04 s
+    press(PlayerInput::jumpMask);
+    step();
+    EXPECT_EQ(hero.velocity.y, 131.75f);
+}
+
+TEST_F(HeroInStage, LeavesTheAreaOnlyThroughItsExitZones) {
+    PlayerStandard& hero = start("20 21 0", "CameraBounds{ min 0 0 max 100 100 instant 1 } "
+                                            "CameraEdge{ min 90 10 max 110 40 dir 0 triggers 1 3 } "
+                                            "Counter{ pos 0 0 0 numTriggers 100 } "
+                                            "CameraEdge{ min 0 -50 max 50 0 dir 3 triggers 1 3 }");
+    for (int event : {1, 2, 4})
+        game->eventList()->poke(event);
+    const auto at = [&](float x, float y) {
+        hero.teleport({x, y, 0});
+        hero.keepInView();
+        return hero.position().x;
+    };
+    const auto fired = [&] { return game->eventList()->at(3)->hitCount; };
+    EXPECT_EQ(at(2, 20), 5);   // no exit on the left
+    EXPECT_EQ(at(99, 50), 95); // none at this height
+    EXPECT_EQ(at(99, 20), 99);
+    EXPECT_EQ(fired(), 0);
+    EXPECT_EQ(at(101, 20), 101);
+    EXPECT_EQ(fired(), 1);
+    at(20, -9);
+    EXPECT_EQ(fired(), 1);
+    at(20, -11); // below the area, over the exit there
+    EXPECT_EQ(fired(), 2);
+    EXPECT_FALSE(hero.dead);
+    at(60, -20.5f);
+    EXPECT_TRUE(hero.dead);
+}
+
+TEST_F(HeroInStage, TheGunStaysInTheHand) {
+    SkeletonData skeleton;
+    skeleton.jointNames = {"hip", HeldGun::rightHand};
+    skeleton.parents = {-1, 0};
+    skeleton.bindPose = {{{0, 10, 0}, {}}, {{2, 0, 0}, {}}};
+    Mesh mesh;
+    mesh.skeleton = &skeleton;
+    Unit holder(mesh, 0);
+    holder.position = {100, 50, 0};
+    holder.orientation = quatFromAxisAngle(pi / 2, {0, 1, 0}); // its x axis is the world's -z
+    holder.scale = {1.5f, 1.5f, 1.5f};
+    holder.skeleton->overrides.push_back({0, true, false, quatFromAxisAngle(pi / 2, {0, 0, 1}), {}});
+    holder.skeleton->updateSkeleton(); // the hand is now 2 above the hip
+    {
+        HeldGun gun(holder, "maingun");
+        ASSERT_EQ(holder.children, std::vector<Unit*>{gun.unit()});
+        EXPECT_LT(distance(gun.unit()->position, {100, 50 + 12 * 1.5f, 0}), 1e-4f);
+        Vec3 barrel;
+        EXPECT_LT(distance(quatAxisX(barrel, gun.unit()->orientation), {0, 1, 0}), 1e-5f);
+        EXPECT_EQ(gun.unit()->scale.x, 1.5f);
+    }
+    EXPECT_TRUE(holder.children.empty());
+}
