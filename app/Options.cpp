@@ -50,7 +50,7 @@ std::optional<Options> parseCommandLine(int argc, const char* const* argv, int& 
         ->excludes(windowed);
     app.add_option("--stage", options.stage, "Start in this stage, with no menu open")
         ->check(CLI::Range(0, 19));
-    app.add_option("--frames", options.frames, "End after so many frames")->check(CLI::NonNegativeNumber);
+    app.add_option("--frames", options.frames, "End after so many frames")->check(CLI::Range(0, 1000000000));
     app.add_option("--step", options.step, "Seconds of every frame, instead of the wall clock")
         ->check(CLI::Range(0.0001, 10.0))
         ->type_name("SECONDS");
@@ -72,7 +72,7 @@ std::optional<Options> parseCommandLine(int argc, const char* const* argv, int& 
     app.add_option("--trace", options.trace, "Write the state of the game, a JSON object a frame")
         ->type_name("FILE");
     app.add_option("--trace-every", options.traceEvery, "Trace every K frames")
-        ->check(CLI::PositiveNumber)
+        ->check(CLI::Range(1, 1000000000))
         ->type_name("K");
     app.add_option("--profile", options.profile, "Write the profiler's sections, a JSON object a frame")
         ->type_name("FILE");

@@ -2,6 +2,7 @@
 // frame, with what it was when the recording was accepted. NAME.input is the recording, NAME.hashes the hash
 // of the trace up to every 60th frame. Accept a changed game with RUSTPIKE_ACCEPT_REPLAYS=1.
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <cstdint>
 #include <cstdlib>
@@ -10,6 +11,8 @@
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include <unistd.h>
 
 namespace fs = std::filesystem;
 
@@ -21,10 +24,11 @@ struct Replay {
     std::string name;
     int stage;
     int frames;
+    int endEvent; // the one that the way through the stage fires last
 };
 
 const std::vector<Replay>& replays() {
-    static const std::vector<Replay> all = {{"stage0", 0, 1500}};
+    static const std::vector<Replay> all = {{"stage0", 0, 2460, 12}};
     return all;
 }
 
@@ -50,6 +54,14 @@ std::vector<std::string> hashTrace(const fs::path& trace) {
     return checkpoints;
 }
 
+std::string lastLine(const fs::path& file) {
+    std::ifstream in(file);
+    std::string line, last;
+    while (std::getline(in, line))
+        last = line;
+    return last;
+}
+
 std::vector<std::string> readLines(const fs::path& file) {
     std::vector<std::string> lines;
     std::ifstream in(file);
@@ -58,24 +70,35 @@ std::vector<std::string> readLines(const fs::path& file) {
     return lines;
 }
 
-std::vector<std::string> play(const Replay& replay, const fs::path& input) {
-    const fs::path folder = fs::temp_directory_path() / ("rustpike-replay-" + replay.name);
+struct Run {
+    std::vector<std::string> checkpoints;
+    nlohmann::json lastFrame;
+};
+
+Run play(const Replay& replay, const fs::path& input) {
+    const fs::path folder = fs::temp_directory_path() / ("rustpike-replay-" + std::to_string(getpid()));
     fs::create_directories(folder);
-    const fs::path trace = folder / (input.stem().string() + ".trace");
+    const fs::path trace = folder / "trace";
     std::ostringstream command;
     command << "cd " << folder
             << " && " RUSTPIKE_PROGRAM " --data " RUSTPIKE_DATA " --headless --size 64x36 --seed 1 "
             << "--step 0.0166667 --stage " << replay.stage << " --frames " << replay.frames << " --input "
             << input << " --trace " << trace;
     EXPECT_EQ(std::system(command.str().c_str()), 0) << command.str();
-    return hashTrace(trace);
+    Run run{hashTrace(trace), nlohmann::json::parse(lastLine(trace), nullptr, false)};
+    fs::remove_all(folder);
+    return run;
 }
 
 class ReplayTest : public ::testing::TestWithParam<Replay> {};
 
 TEST_P(ReplayTest, PlaysAsItWasAccepted) {
     const Replay& replay = GetParam();
-    const auto played = play(replay, sourceOf(replay, ".input"));
+    const auto [played, last] = play(replay, sourceOf(replay, ".input"));
+    ASSERT_FALSE(last.is_discarded());
+    EXPECT_EQ(last["hero"]["dead"], false);
+    EXPECT_EQ(last["events"][static_cast<std::size_t>(replay.endEvent)]["fired"], true)
+        << "the end is not reached";
     ASSERT_EQ(played.size(), static_cast<std::size_t>(replay.frames / checkpointFrames));
     if (std::getenv("RUSTPIKE_ACCEPT_REPLAYS")) {
         std::ofstream out(sourceOf(replay, ".hashes"));
@@ -111,10 +134,11 @@ TEST_P(ReplayTest, AChangedRecordingFails) {
     }
     const auto accepted = readLines(sourceOf(replay, ".hashes"));
     ASSERT_FALSE(accepted.empty());
-    EXPECT_NE(play(replay, changed).back(), accepted.back());
+    EXPECT_NE(play(replay, changed).checkpoints.back(), accepted.back());
+    fs::remove(changed);
 }
 
 INSTANTIATE_TEST_SUITE_P(Stages, ReplayTest, ::testing::ValuesIn(replays()),
-                         [](const auto& info) { return info.param.name; });
+                         [](const auto& instance) { return instance.param.name; });
 
 } // namespace
