@@ -137,6 +137,8 @@ void TileGrid::readLevel(TokenReader& reader, bool forPlay) {
     width_ = level.width;
     height_ = level.height;
     cells_.assign(static_cast<std::size_t>(width_) * height_, nullptr);
+    placed_.reserve(level.tiles.size());
+    levelUnits_.reserve(level.tiles.size());
     for (const TilePlacement& tile : level.tiles)
         placeTile(tile.name, tile.position, {}, forPlay);
 }
@@ -145,7 +147,7 @@ void TileGrid::clear() {
     for (Unit* unit : levelUnits_)
         scene_.removeUnit(unit);
     levelUnits_.clear();
-    placed_.clear();
+    placed_ = {}; // with its buckets: clearing them costs as much as the largest level so far
     records_.clear();
     cells_.clear();
     originX_ = originY_ = 0;
@@ -156,7 +158,6 @@ void TileGrid::placeTile(const std::string& name, const Vec3& position, const Qu
     Unit* unit = scene_.createUnit(name, position, rotation);
     if (unit->skeleton) unit->skeleton->play("default");
     if (position.z == 0 && forPlay) registerTile(unit);
-    unit->updateWorldBox();
     placed_[unit].levelIndex = static_cast<int>(levelUnits_.size());
     levelUnits_.push_back(unit);
 }
