@@ -31,7 +31,6 @@ WorldTest::WorldTest() {
     setDataFolder(folder);
     TimerManager::reset();
     managers = std::make_unique<EngineManagers>();
-    managers->renderer = std::make_unique<RecordingRenderer>();
     renderer().aspect = 16.0f / 9.0f;
     game = std::make_unique<Game>();
 }

@@ -22,40 +22,6 @@
 #include <string>
 #include <vector>
 
-// Draws nothing and writes down what it is asked for.
-class RecordingRenderer final : public Zelkor::Renderer {
-  public:
-    std::vector<std::string> calls;
-
-    void present() override { calls.push_back("present"); }
-    void setViewport(float, float, float, float) override { calls.push_back("setViewport"); }
-    void beginScene(const Zelkor::Camera&) override { calls.push_back("beginScene"); }
-    void applyCamera(const Zelkor::Camera&) override { calls.push_back("applyCamera"); }
-    void clearDepth() override { calls.push_back("clearDepth"); }
-    void bindRenderTarget(int, bool) override { calls.push_back("bindRenderTarget"); }
-    int loadShader(const std::string& name) override { return calls.push_back("loadShader " + name), 0; }
-
-    void setupLights(const Zelkor::Scene&, Zelkor::Unit&) override {}
-    int createMeshBuffer(const Zelkor::Submesh&) override { return -1; }
-    int loadTexture(const std::string&, Zelkor::TextureKind, int) override { return -1; }
-    bool hasFocus() const override { return true; }
-    void setFocus(bool) override {}
-    void drawLine(const Zelkor::Vec3&, const Zelkor::Vec3&, const Zelkor::Vec3&) override {}
-    void drawLines(const Zelkor::ColouredLine*, int) override {}
-    void begin2D() override {}
-    void renderGuiObject(bool) override {}
-    int createTexture(const std::string&, int, int, int) override { return -1; }
-    void copyTexture(int, const Zelkor::Vec2&, bool, bool) override {}
-    void renderParticles(Zelkor::ParticleSystem&) override {}
-    void renderBackground(const Zelkor::Camera&) override {}
-    void setDisplayMode(bool, int, int) override {}
-    void buildStaticBatch(const Zelkor::Scene&) override {}
-    void renderStaticBatch(int) override {}
-    void reloadShaders(const std::string&) override {}
-    void resizeRenderTarget(int, int, int) override {}
-    int getMaxTextureSize() override { return 1024; }
-};
-
 // An actor that does what its test says and writes down what happens to it.
 class TestActor : public Thingy {
   public:
@@ -96,7 +62,7 @@ class WorldTest : public ::testing::Test {
     void writeMesh(const std::string& name, const Zelkor::Vec3& boxMin, const Zelkor::Vec3& boxMax,
                    const std::vector<std::string>& materials);
     static Zelkor::GameTimer& timer(const char* name);
-    RecordingRenderer& renderer() { return static_cast<RecordingRenderer&>(*managers->renderer); }
+    Zelkor::Renderer& renderer() { return *managers->renderer; } // without window and context
 
     std::filesystem::path folder;
     platform::FakePlatform platform;

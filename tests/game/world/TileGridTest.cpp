@@ -210,10 +210,6 @@ TEST_F(TileGridTest, EdgesOfRuns) {
     EXPECT_EQ(grid.edgeOfRun(38, 2, 1, 99), 45);
     EXPECT_EQ(grid.edgeOfRun(500, 2, 1, 0), 500);
     EXPECT_EQ(grid.edgeOfRun(38, -6, -1, 0), 38);
-    for (const float x : {0, 10, 60, 70})
-        place("stone", x, 0);
-    EXPECT_EQ(grid.edgeOfRun(38, 2, -1, 0), -5); // up to the sides of the grid
-    EXPECT_EQ(grid.edgeOfRun(38, 2, 1, 0), 75);
 }
 
 TEST_F(TileGridTest, RaysStopAtTheFirstSolidTile) {
