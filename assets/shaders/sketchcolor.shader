@@ -27,9 +27,10 @@ void main()
     vec2 outwards = normal.xy / (length(normal.xy) + 0.0001);
     float pixels = max(lineWidth * mix(0.5, 1.0, basecolor.a) * swell / paperScale(), 0.6);
     clip.xy += outwards * pixels * 2.0 / pictureSize() * clip.w;
-    // Soles, which rest at height 0, would lose their line in the ground: it is drawn some units nearer.
-    float sole = (1.0 - smoothstep(0.15, 0.6, abs(gl_MultiTexCoord0.y))) * smoothstep(0.1, 0.5, -normal.y);
-    clip.z -= 0.005 * sole * clip.w;
+    // Soles, which rest at height 0, would lose their line in the ground: it is drawn up on their edge instead,
+    // by coming a little nearer than the boot.
+    float sole = (1.0 - smoothstep(0.1, 0.4, abs(gl_MultiTexCoord0.y))) * smoothstep(0.1, 0.5, -normal.y);
+    clip.z -= 0.0009 * sole * clip.w;
     gl_Position = clip;
 }
 PIXEL

@@ -17,18 +17,18 @@ float drift(vec2 place)
     return sin(p.x * 1.3 + 1.7 * sin(p.y * 0.9)) * sin(p.y * 1.7 + 1.3 * sin(p.x * 0.7 + 2.0));
 }
 // place: where on the hatch texture this point is drawn. tone: 1 bare paper, 0 the pencil's full weight.
-// patch: what the drift of the hand adds to the tone of the strokes, though not to the wash under them.
+// spread: what the drift of the hand adds to the tone of the strokes, though not to the wash under them.
 // weight: how dark one stroke is, 0..1.
-vec3 pencil(vec2 place, float tone, float patch, float weight)
+vec3 pencil(vec2 place, float tone, float spread, float weight)
 {
     float stroke = texture2D(tex, place + redrawJump()).r;
     float grain = paperGrain();
-    float stroked = tone + patch;
+    float stroked = tone + spread;
     float ink = smoothstep(stroked - 0.13, stroked + 0.09, stroke);
     // Shade is also pressed harder than half light, and the grain lets the paper through.
     float pressure = weight * mix(0.6, 1.0, 1.0 - tone) * mix(0.3, 1.0, smoothstep(0.05, 0.75, grain));
     // The wash thins out where the light falls and settles in the valleys of the paper.
-    float cover = mix(1.0, 0.4, smoothstep(0.75, 1.0, tone + 0.25 * patch)) * mix(1.0, 0.86, grain);
+    float cover = mix(1.0, 0.4, smoothstep(0.75, 1.0, tone + 0.25 * spread)) * mix(1.0, 0.86, grain);
     vec3 colour = washColour();
     vec3 ground = mix(paperColour, colour, cover);
     vec3 lead = mix(graphite, colour * 0.4, 0.25);
