@@ -96,6 +96,8 @@ class GlRenderer final : public Renderer {
     void applyBlendState(BlendMode mode, bool alphaTest, float alphaRef);
     void setupLights(const Scene& scene, Unit& unit) override;
     void renderMesh(RenderItem& item, Unit& unit) override;
+    // Only the triangles, from their arrays, in whatever state is current.
+    static void drawItem(const RenderItem& item, const VertexData& vertices);
     void renderBackground(const Camera& camera) override;
     void renderPostEffect(const PostEffectParameters& effect) override;
     int createMeshBuffer(const Submesh&) override { return -1; }
@@ -142,7 +144,6 @@ class GlRenderer final : public Renderer {
     // Meshes.
     Material& edgeMaterial();
     Material& materialInUse(RenderItem& item, const Unit& unit);
-    void drawItem(const RenderItem& item, const VertexData& vertices);
     void beginSilhouette(const Vec4& colour);
     void endSilhouette();
 

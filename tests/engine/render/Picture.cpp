@@ -19,7 +19,7 @@ constexpr double wrongShare = 0.02;
 constexpr double meanTolerance = 1.5;
 
 std::filesystem::path picturePath(const std::string& file) {
-    return std::filesystem::path(__FILE__).parent_path() / ".." / ".." / "pictures" / file;
+    return std::filesystem::path(PICTURE_FOLDER) / file;
 }
 
 Image readPng(const std::filesystem::path& file) {
