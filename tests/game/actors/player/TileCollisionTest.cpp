@@ -43,8 +43,7 @@ TEST(TileCollision, FloorsHoldTheFeetAndCeilingsTheHead) {
     const Tiles floor({"     ", "#####"});
     expectBody(collideWithTiles(floor.grid, bodyAt(20, 4)), 20, 14.99f, 0, 1);
     expectBody(collideWithTiles(floor.grid, bodyAt(20, 4.99f)), 20, 14.99f, 0, 1);
-    expectBody(collideWithTiles(floor.grid, bodyAt(20.5f, 4)), 20.5f, 14.99f, 0,
-               1); // a probe on a cell's edge
+    expectBody(collideWithTiles(floor.grid, bodyAt(21, 4)), 21, 14.99f, 0, 1); // over a seam
     expectBody(collideWithTiles(floor.grid, bodyAt(20, 5.1f)), 20, 15.1f, 0, 0);
     const Tiles ceiling({"#####", "     ", "     ", "     "}); // its lower side at 25
     expectBody(collideWithTiles(ceiling.grid, bodyAt(20, 8)), 20, 16.99f, 0, -1);
@@ -62,6 +61,7 @@ TEST(TileCollision, WallsStopTheSidesAndOnlyAMoveCounts) {
     expectBody(collideWithTiles(walls.grid, bodyAt(7, 3)), 9.5f, 13, 1, 0);
     // Left of zero a body that touches the wall on its right is not taken for one inside it.
     Tiles negative({});
+    negative.grid.addSolidCell(-100, 0); // far from the grid's first column, as in a real stage
     for (const float y : {-10.0f, 0.0f, 10.0f})
         negative.grid.addSolidCell(-20, y);
     expectBody(collideWithTiles(negative.grid, bodyAt(-29.5f, -5)), -29.5f, 5, 0, 0);
