@@ -42,6 +42,30 @@ Image paper(const Statement& s, const Scope& scope) {
     return paperGrain(sizeOf(args, 256), args.integer("seed", 1)).grey();
 }
 
+Image surface(const Statement& s, const Scope& scope) {
+    const std::string counts = s.keyword == "wood"    ? "lines knots"
+                               : s.keyword == "rock"  ? "facets"
+                               : s.keyword == "brick" ? "courses bricks"
+                               : s.keyword == "wash"  ? "spots"
+                                                      : "clumps";
+    const Arguments args(s, scope, "size seed ink " + counts);
+    SurfaceSettings settings;
+    settings.size = sizeOf(args, settings.size);
+    settings.seed = args.integer("seed", settings.seed);
+    settings.ink = args.number("ink", settings.ink);
+    const auto count = [&](const char* name, int fallback) {
+        const int n = args.integer(name, fallback);
+        if (n < (s.keyword == "wood" ? 0 : 1) || n > 2000)
+            args.fail(name, std::string(name) + " is 1 to 2000");
+        return n;
+    };
+    if (s.keyword == "wood") return woodGrain(settings, count("lines", 34), count("knots", 2)).grey();
+    if (s.keyword == "rock") return rockFacets(settings, count("facets", 16)).grey();
+    if (s.keyword == "brick") return brickWork(settings, count("courses", 8), count("bricks", 4)).grey();
+    if (s.keyword == "foliage") return foliageCurls(settings, count("clumps", 60)).grey();
+    return washStain(settings, count("spots", 4)).grey();
+}
+
 } // namespace
 
 TextureSource readTexture(const std::string& path) {
@@ -54,8 +78,11 @@ TextureSource readTexture(const std::string& path) {
             image = hatch(s, scope);
         else if (s.keyword == "paper")
             image = paper(s, scope);
+        else if (s.keyword == "wood" || s.keyword == "rock" || s.keyword == "brick" ||
+                 s.keyword == "foliage" || s.keyword == "wash")
+            image = surface(s, scope);
         else
-            failUnknown(s, "hatch paper");
+            failUnknown(s, "hatch paper wood rock brick foliage wash");
     });
     if (!image) throw SourceError({path, 1, 1}, "the texture has no generator");
     return {std::move(*image), interpreter.files()};
