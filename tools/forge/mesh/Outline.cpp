@@ -129,6 +129,18 @@ Outline roughened(const Outline& outline, float amount, float step, int seed) {
     return result;
 }
 
+bool crossesItself(const Outline& outline) {
+    const std::size_t n = outline.size();
+    const auto side = [](const Vec2& a, const Vec2& b, const Vec2& p) { return cross2(b - a, p - a); };
+    for (std::size_t i = 0; i < n; ++i)
+        for (std::size_t j = i + 2; j < n; ++j) {
+            if (i == 0 && j == n - 1) continue; // neighbours around the end
+            const Vec2 &a = outline[i], &b = outline[i + 1], &c = outline[j], &d = outline[(j + 1) % n];
+            if (side(a, b, c) * side(a, b, d) < 0 && side(c, d, a) * side(c, d, b) < 0) return true;
+        }
+    return false;
+}
+
 std::vector<std::array<int, 3>> triangulate(const Outline& outline) {
     std::vector<std::array<int, 3>> triangles;
     std::vector<int> left;

@@ -45,6 +45,10 @@ Stretch stretchAt(const std::vector<Key>& keys, float time, bool loop, float len
     resolve(from, s.from, s.tFrom);
     resolve(from + 1, s.to, s.tTo);
     resolve(from + 2, s.after, s.tAfter);
+    // A stretch with an easing of its own has no slope to hand on: the curve beside it starts or ends at
+    // rest.
+    if (keys[s.from].easing != Easing::Smooth) s.tBefore = s.tFrom;
+    if (keys[s.after].easing != Easing::Smooth) s.tAfter = s.tTo;
     s.progress = s.tTo > s.tFrom ? std::clamp((time - s.tFrom) / (s.tTo - s.tFrom), 0.0f, 1.0f) : 1.0f;
     return s;
 }

@@ -162,10 +162,11 @@ class ClipReader {
     }
 
     void closeLoop(const Statement& statement) {
-        const ClipKey& first = clip.keys.front();
+        ClipKey& first = clip.keys.front();
         if (clip.keys.back().time < clip.length - sameTime) {
             clip.keys.push_back({clip.length, first.pose, first.easing});
         } else if (clip.keys.size() > 1) {
+            first.easing = clip.keys.back().easing; // the same moment, and so the same way there
             const Pose &a = first.pose, &b = clip.keys.back().pose;
             for (std::size_t j = 0; j < a.rotations.size(); ++j)
                 if (!(a.rotations[j] == b.rotations[j]) || !(a.offsets[j] == b.offsets[j]))

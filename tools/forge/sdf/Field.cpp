@@ -88,11 +88,10 @@ float Field::distance(const Vec3& p) const {
             d = -smoothMin(-d, -stepDistance(placed, p), step.blend);
             continue;
         }
-        // Far from its box a step changes nothing.
+        // Outside of its box, a step farther away than the surface so far changes nothing.
         const bool cut = step.operation == Operation::Cut;
-        if (!placed.box.empty() && d < 1e29f &&
-            distanceToBox(placed.box, p) * placed.scale > (cut ? -d : d) + step.blend)
-            continue;
+        const float away = placed.box.empty() ? 0 : distanceToBox(placed.box, p) * placed.scale;
+        if (away > 0 && d < 1e29f && away > (cut ? -d : d) + step.blend) continue;
         const float own = stepDistance(placed, p);
         d = cut ? -smoothMin(-d, own, step.blend) : d > 1e29f ? own : smoothMin(d, own, step.blend);
     }

@@ -1,0 +1,143 @@
+// What the texture generators promise, measured on their pixels.
+#include "texture/Hatch.h"
+#include "texture/Surfaces.h"
+#include "texture/TextureReader.h"
+#include "tools/Workshop.h"
+
+#include <cmath>
+#include <cstdlib>
+
+namespace forge {
+namespace {
+
+class Textures : public Workshop {
+  protected:
+    Image draw(const std::string& text) { return readTexture(write("t.texture", text)).image; }
+    std::string fault(const std::string& text) {
+        try {
+            draw(text);
+        } catch (const SourceError& e) {
+            return std::string(e.what()).substr(folder.size() + 1);
+        }
+        return {};
+    }
+
+    static double meanStep(const Image& image, bool columns, int from) {
+        double sum = 0;
+        for (int i = 0; i < image.width; ++i) {
+            const int next = (from + 1) % image.width;
+            sum += columns ? std::abs(image.at(from, i) - image.at(next, i))
+                           : std::abs(image.at(i, from) - image.at(i, next));
+        }
+        return sum / image.width;
+    }
+    // The step over the seam against the steps within.
+    static void expectSeamless(const Image& image, const std::string& name) {
+        for (const bool columns : {true, false}) {
+            double within = 0, largest = 0;
+            for (int i = 0; i + 1 < image.width; ++i) {
+                const double step = meanStep(image, columns, i);
+                within += step / (image.width - 1);
+                largest = std::max(largest, step);
+            }
+            const double seam = meanStep(image, columns, image.width - 1);
+            EXPECT_LE(seam, std::max(largest, 2 * within) + 0.5) << name << (columns ? " columns" : " rows");
+        }
+    }
+    static double mean(const Image& image) {
+        double sum = 0;
+        for (const std::uint8_t texel : image.pixels)
+            sum += texel;
+        return sum / 255 / static_cast<double>(image.pixels.size());
+    }
+};
+
+TEST_F(Textures, hatchedTonesComeOutAsLightAsTheyWentIn) {
+    const Image hatch = draw("hatch size=256 seed=3");
+    for (const float tone : {0.1f, 0.2f, 0.3f, 0.4f, 0.5f, 0.6f, 0.7f, 0.8f, 0.9f}) {
+        EXPECT_NEAR(1 - hatchCoverage(hatch, tone, 0.07f), tone, 0.012f);
+        EXPECT_NEAR(1 - hatchCoverage(hatch, tone, 0.01f), tone, 0.012f);
+    }
+}
+
+TEST_F(Textures, hatchingIsStrokesInOneDirectionThenAcross) {
+    // Of two texels a stroke's length of 8 apart, both inked or both not: more often along a stroke than
+    // across.
+    const auto alike = [](const Image& hatch, float tone, float degrees) {
+        const float c = std::cos(degrees * Zelkor::pi / 180), s = std::sin(degrees * Zelkor::pi / 180);
+        const int dx = static_cast<int>(std::lround(8 * c)), dy = static_cast<int>(std::lround(8 * s)),
+                  n = hatch.width;
+        int same = 0;
+        for (int y = 0; y < n; ++y)
+            for (int x = 0; x < n; ++x)
+                same += (static_cast<float>(hatch.at(x, y)) > tone * 255) ==
+                        (static_cast<float>(hatch.at((x + dx + n) % n, (y + dy + n) % n)) > tone * 255);
+        return static_cast<double>(same) / (n * n);
+    };
+    const Image hatch = draw("hatch size=256 angle=38 cross=.5 crossAngle=70");
+    EXPECT_GT(alike(hatch, 0.75f, 38), alike(hatch, 0.75f, 128) + 0.1);
+    EXPECT_GT(alike(hatch, 0.75f, 38), alike(hatch, 0.75f, -32) + 0.1);
+    // Crossed strokes raise the likeness along the second direction in the dark against an uncrossed hatch.
+    const Image plain = draw("hatch size=256 angle=38 cross=0");
+    EXPECT_GT(alike(hatch, 0.2f, -32), alike(plain, 0.2f, -32) + 0.02);
+    const Image rising = draw("hatch size=256 angle=-38");
+    EXPECT_GT(alike(rising, 0.75f, -38), alike(rising, 0.75f, 38) + 0.1);
+}
+
+TEST_F(Textures, paperHasEveryHeightEquallyOften) {
+    const Image paper = draw("paper size=128");
+    int counts[8] = {};
+    for (const std::uint8_t texel : paper.pixels)
+        ++counts[texel / 32];
+    for (const int count : counts)
+        EXPECT_NEAR(count, 128 * 128 / 8, 140);
+}
+
+TEST_F(Textures, everythingWrapsIsSteadyAndHasItsInk) {
+    const char* sources[] = {"hatch size=128 length=30,60",
+                             "paper size=128",
+                             "wood size=128",
+                             "rock size=128",
+                             "brick size=128",
+                             "foliage size=128",
+                             "wash size=128"};
+    for (const std::string source : sources) {
+        const Image image = draw(source);
+        EXPECT_EQ(image.width, 128);
+        expectSeamless(image, source);
+        EXPECT_EQ(image.pixels, draw(source).pixels) << source;
+        EXPECT_NE(image.pixels, draw(source + " seed=9").pixels) << source;
+        EXPECT_GT(mean(image), 0.45) << source;
+        EXPECT_LT(mean(image), 0.985) << source;
+    }
+    EXPECT_LT(mean(draw("wood size=128 ink=1")), mean(draw("wood size=128 ink=.3")));
+    EXPECT_LT(mean(draw("foliage size=128 clumps=120")), mean(draw("foliage size=128 clumps=30")));
+}
+
+TEST_F(Textures, ranksAreEvenAndKeepTheOrder) {
+    Plate plate(16), tie = wrappedNoise(16, 4, 1, 2);
+    for (int i = 0; i < 256; ++i)
+        plate.at(i % 16, i / 16) = i % 3 == 0 ? 5 : -1;
+    equaliseByRank(plate, tie);
+    double sum = 0;
+    for (int i = 0; i < 256; ++i) {
+        const float v = plate.at(i % 16, i / 16);
+        EXPECT_EQ(v > 170.0f / 256, i % 3 == 0);
+        sum += static_cast<double>(v);
+    }
+    EXPECT_NEAR(sum / 256, 0.5, 1e-4);
+}
+
+TEST_F(Textures, faultsAreToldAtTheirPlace) {
+    EXPECT_EQ(fault("# nothing"), "t.texture:1:1: the texture has no generator");
+    EXPECT_EQ(fault("paper\nwood"), "t.texture:2:1: a texture has one generator");
+    EXPECT_EQ(fault("hatch size=4"), "t.texture:1:12: size is 8 to 2048");
+    EXPECT_EQ(fault("hatch length=90,10"), "t.texture:1:14: length is least,most; from 4 texels");
+    EXPECT_EQ(fault("stucco"),
+              "t.texture:1:1: 'stucco' means nothing here; known: hatch paper wood rock brick foliage wash");
+    EXPECT_EQ(fault("rock courses=2"),
+              "t.texture:1:6: 'rock' has no parameter 'courses'; it takes: size seed ink facets");
+}
+
+} // namespace
+} // namespace forge
