@@ -129,18 +129,6 @@ Outline roughened(const Outline& outline, float amount, float step, int seed) {
     return result;
 }
 
-bool crossesItself(const Outline& outline) {
-    const std::size_t n = outline.size();
-    const auto side = [](const Vec2& a, const Vec2& b, const Vec2& p) { return cross2(b - a, p - a); };
-    for (std::size_t i = 0; i < n; ++i)
-        for (std::size_t j = i + 2; j < n; ++j) {
-            if (i == 0 && j == n - 1) continue; // neighbours around the end
-            const Vec2 &a = outline[i], &b = outline[i + 1], &c = outline[j], &d = outline[(j + 1) % n];
-            if (side(a, b, c) * side(a, b, d) < 0 && side(c, d, a) * side(c, d, b) < 0) return true;
-        }
-    return false;
-}
-
 std::vector<std::array<int, 3>> triangulate(const Outline& outline) {
     std::vector<std::array<int, 3>> triangles;
     std::vector<int> left;
@@ -186,6 +174,11 @@ std::vector<std::array<int, 3>> triangulate(const Outline& outline) {
         left.erase(left.begin() + static_cast<std::ptrdiff_t>(best));
     }
     if (left.size() == 3) triangles.push_back({left[0], left[1], left[2]});
+    // A hand may let a thin shape overlap itself a little; a bow tie, whose halves cancel out, is no shape.
+    float covered = 0;
+    for (const auto& t : triangles)
+        covered += std::fabs(cross2(point(t[1]) - point(t[0]), point(t[2]) - point(t[0])));
+    if (std::fabs(signedArea2(outline)) < 0.1f * covered) return {};
     return triangles;
 }
 

@@ -28,10 +28,8 @@ Outline inset(const Outline& outline, float by);
 // stay, so that neighbours still meet.
 Outline roughened(const Outline& outline, float amount, float step, int seed);
 
-bool crossesItself(const Outline& outline);
-
-// Ear clipping; indices into the outline, counter-clockwise. Empty when the outline crosses itself so that no
-// triangulation is found.
+// Ear clipping; indices into the outline, counter-clockwise. Empty when the outline crosses itself so that
+// its parts cancel out or no triangulation is found.
 std::vector<std::array<int, 3>> triangulate(const Outline& outline);
 
 } // namespace forge

@@ -76,7 +76,6 @@ Surface boxSurface(const Vec3& size, float bevel) {
 Surface prismSurface(Outline outline, float depth, float bevel) {
     makeCounterClockwise(outline);
     Surface s;
-    if (crossesItself(outline)) return s;
     const std::vector<Triangle> cap = triangulate(outline);
     if (cap.empty()) return s;
     const float half = depth / 2, b = std::clamp(bevel, 0.0f, half * 0.95f);
