@@ -252,23 +252,24 @@ TEST_F(AnimationTest, FollowUpsKeepTheirTimesBackwardAndAtOtherSpeeds) {
     Animation* walk = skeleton->animation("walk");
     walk->defaultNextName = "left";
     walk->defaultNextBlendTime = 0.25f;
+    walk->defaultNextOffset = 0.25f;
     walk->defaultNextStartTime = 0.75f;
     skeleton->play("walk");
     EXPECT_EQ(walk->nextName, "left");
     walk->speed = 2;
-    step(0.7f); // 1.4 of 2 clip-seconds; due 0.5 before the end
+    step(0.45f); // 0.9 of 2 clip-seconds; due 1 before the end
     EXPECT_FALSE(playing("left"));
     step(0.1f);
     ASSERT_TRUE(playing("left"));
     EXPECT_EQ(skeleton->animation("left")->time, 0.75f);
-    EXPECT_NEAR(skeleton->animation("left")->fadeSpeed, 1 / 0.2f, 1e-3f);
+    EXPECT_NEAR(skeleton->animation("left")->fadeSpeed, 1 / 0.325f, 1e-3f); // to 0.25 before the end
 
     skeleton->play("walk");
     walk->speed = -1;
     walk->setTime(1);
-    step(0.8f);
+    step(0.6f);
     EXPECT_TRUE(playing("left"));
-    EXPECT_NEAR(skeleton->animation("left")->fadeSpeed, 1 / 0.2f, 1e-3f);
+    EXPECT_NEAR(skeleton->animation("left")->fadeSpeed, 1 / 0.4f, 1e-3f);
 }
 
 TEST_F(AnimationTest, AMixBlendsChildrenOnTheirOwnClocks) {

@@ -75,13 +75,4 @@ TEST_F(SkinningTest, WeightsOutsideTheOpenRangeAndStrayJoints) {
         expectAt(vertex, {1, 0, 0}, {1, 0, 0});
 }
 
-TEST_F(SkinningTest, OnlyDrawnVerticesArePlanned) {
-    addVertex({{0, 0, 1.0f}});
-    const int drawn = addVertex({{0, 0, 1.0f}});
-    const std::vector<int32_t> indices = {drawn, drawn, drawn};
-    const SkinPlan plan = makeSkinPlan(vertices, indices, 3);
-    ASSERT_EQ(plan.pairs.size(), 1u);
-    EXPECT_EQ(plan.pairs[0].vertex, drawn);
-}
-
 } // namespace
