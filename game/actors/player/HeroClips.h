@@ -16,7 +16,7 @@ struct HeroClip {
 namespace HeroClips {
 
 inline constexpr HeroClip idle{"idle"};
-inline constexpr HeroClip run{"run"};
+inline constexpr HeroClip run{"run", 1.6f}; // the speed at which his feet keep their place
 inline constexpr HeroClip crouch{"crouch", 1.6f};
 inline constexpr HeroClip crouchFlipped{"crouch_flipped", 1.6f};
 inline constexpr HeroClip crouchTurn{"crouch_turn", 1, 0.1f, "crouch_flipped"}; // from facing right
