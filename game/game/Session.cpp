@@ -14,9 +14,9 @@ using namespace Zelkor;
 
 namespace {
 
-constexpr float lockReleased = -1000;                // lock rate
-// To the upper left, in front of the play plane: as good as parallel light, but a place, from which fixed things
-// measure where their strokes lie.
+constexpr float lockReleased = -1000; // lock rate
+// To the upper left, in front of the play plane: as good as parallel light, but a place, from which fixed
+// things measure where their strokes lie.
 constexpr Vec3 sunPosition{-9600, 12000, 12800};
 
 } // namespace
@@ -79,8 +79,8 @@ void Session::update(float dt) {
     thingyManager.update();
     camera->update();          // after the hero it follows
     eventList->updateEvents(); // spawns by what the camera now shows
-    for (Unit* unit : levelUnits)
-        unit->updateWorldBox();
+    // The level's units come here and need nothing: they stand where they were placed, and what is animated
+    // among them goes on when it is seen.
     if (restartRequested) restart(); // last: nothing above must find its stage gone
 }
 

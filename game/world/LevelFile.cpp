@@ -3,6 +3,7 @@
 #include "io/TokenReader.h"
 
 #include <cmath>
+#include <unordered_map>
 
 using namespace Zelkor;
 
@@ -70,12 +71,15 @@ LevelData readLevelData(TokenReader& reader) {
         level.width = width;
         level.height = height;
     }
+    std::unordered_map<std::string, int> indices;
     while (!reader.atEnd()) {
-        TilePlacement tile;
-        tile.name = reader.readWord();
-        tile.position = readVec3(reader);
+        const std::string name = reader.readWord();
+        const Vec3 position = readVec3(reader);
         if (reader.atEnd()) break;
-        if (insideWorld(tile.position)) level.tiles.push_back(std::move(tile));
+        if (!insideWorld(position)) continue;
+        const auto [known, isNew] = indices.try_emplace(name, static_cast<int>(level.names.size()));
+        if (isNew) level.names.push_back(name);
+        level.tiles.push_back({known->second, position});
     }
     return level;
 }

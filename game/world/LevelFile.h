@@ -19,13 +19,14 @@ struct TileDef {
 };
 
 struct TilePlacement {
-    std::string name; // of the tile's unit
+    int name = 0; // in LevelData::names
     Zelkor::Vec3 position;
 };
 
 struct LevelData {
     float originX = 0, originY = 0;   // centre of cell (0, 0)
     int width = 0, height = 0;        // cells, at most maxGridCells in all
+    std::vector<std::string> names;   // of the tiles' units, each once
     std::vector<TilePlacement> tiles; // in file order
 };
 

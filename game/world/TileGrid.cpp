@@ -44,6 +44,15 @@ float truncated(float origin) {
     return static_cast<float>(static_cast<int>(origin));
 }
 
+// Over a stretched unit the texture repeats instead of stretching.
+void repeatTexture(Unit& unit) {
+    if (unit.scale.x == 1 && unit.scale.y == 1) return;
+    for (RenderItem& item : unit.items) {
+        MaterialManager::setShaderParam(item.ownMaterial(), "scaleX", unit.scale.x);
+        MaterialManager::setShaderParam(item.ownMaterial(), "scaleY", unit.scale.y);
+    }
+}
+
 } // namespace
 
 TileGrid::TileGrid(Scene& scene, std::vector<Unit*>& levelUnits) : scene_(scene), levelUnits_(levelUnits) {}
@@ -137,17 +146,20 @@ void TileGrid::readLevel(TokenReader& reader, bool forPlay) {
     width_ = level.width;
     height_ = level.height;
     cells_.assign(static_cast<std::size_t>(width_) * height_, nullptr);
-    placed_.reserve(level.tiles.size());
     levelUnits_.reserve(level.tiles.size());
+    loading_ = true;
     for (const TilePlacement& tile : level.tiles)
-        placeTile(tile.name, tile.position, {}, forPlay);
+        placeTile(level.names[tile.name], tile.position, {}, forPlay);
+    loading_ = false;
+    for (const auto& record : records_)
+        if (record->unit) repeatTexture(*record->unit);
 }
 
 void TileGrid::clear() {
     for (Unit* unit : levelUnits_)
         scene_.removeUnit(unit);
     levelUnits_.clear();
-    placed_ = {}; // with its buckets: clearing them costs as much as the largest level so far
+    levelRecords_.clear();
     records_.clear();
     cells_.clear();
     originX_ = originY_ = 0;
@@ -157,9 +169,9 @@ void TileGrid::clear() {
 void TileGrid::placeTile(const std::string& name, const Vec3& position, const Quat& rotation, bool forPlay) {
     Unit* unit = scene_.createUnit(name, position, rotation);
     if (unit->skeleton) unit->skeleton->play("default");
-    if (position.z == 0 && forPlay) registerTile(unit);
-    placed_[unit].levelIndex = static_cast<int>(levelUnits_.size());
     levelUnits_.push_back(unit);
+    levelRecords_.push_back(nullptr);
+    if (position.z == 0 && forPlay) registerTile(unit);
 }
 
 // --- Records ----------------------------------------------------------------------------------------------
@@ -168,7 +180,8 @@ TileRecord& TileGrid::addRecord(TileRecord record) {
     records_.push_back(std::make_unique<TileRecord>(std::move(record)));
     TileRecord& added = *records_.back();
     added.place = std::prev(records_.end());
-    if (added.unit) placed_[added.unit].record = &added;
+    if (added.unit) added.levelIndex = levelIndexOf(added.unit);
+    if (added.levelIndex >= 0) levelRecords_[added.levelIndex] = &added;
     return added;
 }
 
@@ -196,13 +209,7 @@ void TileGrid::registerTile(Unit* unit) {
     // A stretched mesh grows around its middle; the meshes of stretched tiles are one cell large.
     unit->position = tile.position + Vec3{(scale.x - 1) * tileSize / 2, (scale.y - 1) * tileSize / 2, 0};
     unit->scale = scale;
-    if (scale.x != 1 || scale.y != 1) {
-        // The texture repeats instead of stretching.
-        for (RenderItem& item : unit->items) {
-            MaterialManager::setShaderParam(item.ownMaterial(), "scaleX", scale.x);
-            MaterialManager::setShaderParam(item.ownMaterial(), "scaleY", scale.y);
-        }
-    }
+    if (!loading_) repeatTexture(*unit);
     unit->updateWorldBox();
     enter(addRecord(std::move(tile)));
     for (TileRecord* record : met)
@@ -274,8 +281,9 @@ bool TileGrid::covers(const TileRecord& record) const {
 
 // The record's run has got a new unit. Where the new record does not cover it, it goes on answering queries.
 void TileGrid::swallow(TileRecord& record) {
-    if (record.unit) removeUnit(record.unit);
+    if (record.unit) removeUnit(record.unit, record.levelIndex);
     record.unit = nullptr;
+    record.levelIndex = -1;
     if (!covers(record)) records_.erase(record.place);
 }
 
@@ -292,25 +300,31 @@ void TileGrid::removeRecord(TileRecord* record) {
     for (int row = range.bottom; row <= range.top; ++row)
         for (int column = range.left; column <= range.right; ++column)
             if (cell(column, row) == record) cell(column, row) = nullptr;
-    if (record->unit) placed_[record->unit].record = nullptr;
+    if (record->levelIndex >= 0) levelRecords_[record->levelIndex] = nullptr;
     records_.erase(record->place);
 }
 
 void TileGrid::removeTileUnit(Unit* unit) {
-    if (TileRecord* record = placed_[unit].record) removeRecord(record);
-    removeUnit(unit);
+    const int index = levelIndexOf(unit);
+    TileRecord* record = index >= 0 ? levelRecords_[index] : tileAt(unit->position, TileType::any);
+    if (record && record->unit == unit) removeRecord(record);
+    removeUnit(unit, index);
 }
 
-void TileGrid::removeUnit(Unit* unit) {
-    if (const auto found = placed_.find(unit); found != placed_.end()) {
+// From the back: it is nearly always the newest unit that is asked for.
+int TileGrid::levelIndexOf(const Unit* unit) const {
+    const auto found = std::find(levelUnits_.rbegin(), levelUnits_.rend(), unit);
+    return static_cast<int>(levelUnits_.rend() - found) - 1;
+}
+
+void TileGrid::removeUnit(Unit* unit, int levelIndex) {
+    if (levelIndex >= 0) {
         // The last one takes its place in the list, whose order means nothing.
-        if (const int index = found->second.levelIndex; index >= 0) {
-            Unit* last = levelUnits_.back();
-            levelUnits_[index] = last;
-            placed_[last].levelIndex = index;
-            levelUnits_.pop_back();
-        }
-        placed_.erase(unit);
+        levelUnits_[levelIndex] = levelUnits_.back();
+        levelRecords_[levelIndex] = levelRecords_.back();
+        if (levelRecords_[levelIndex]) levelRecords_[levelIndex]->levelIndex = levelIndex;
+        levelUnits_.pop_back();
+        levelRecords_.pop_back();
     }
     scene_.removeUnit(unit);
 }

@@ -38,6 +38,7 @@ struct TileRecord {
     int type = TileType::solid;
     bool stretchX = false, stretchY = false;
     std::list<std::unique_ptr<TileRecord>>::iterator place; // in the grid's records
+    int levelIndex = -1;                                    // of its unit among the level's units
 
     // World y of the upper side.
     float surfaceHeight() const { return position.y + 10 * size.y - 5; }
@@ -99,11 +100,6 @@ class TileGrid {
     const std::list<std::unique_ptr<TileRecord>>& records() const { return records_; }
 
   private:
-    // What the grid knows of a unit that it drew or registered.
-    struct PlacedUnit {
-        int levelIndex = -1; // in levelUnits_
-        TileRecord* record = nullptr;
-    };
     struct CellRange {
         int left = 0, bottom = 0, right = -1, top = -1; // inclusive
     };
@@ -128,7 +124,8 @@ class TileGrid {
     CellRange cellsAround(const TileRecord& record) const;
     bool covers(const TileRecord& record) const;
     void swallow(TileRecord& record);
-    void removeUnit(Zelkor::Unit* unit);
+    int levelIndexOf(const Zelkor::Unit* unit) const;
+    void removeUnit(Zelkor::Unit* unit, int levelIndex);
     int wallInRow(int column, int row, int step, int edge) const;
 
     Zelkor::Scene& scene_;
@@ -137,7 +134,8 @@ class TileGrid {
     int width_ = 0, height_ = 0;
     std::vector<TileRecord*> cells_; // row-major
     std::list<std::unique_ptr<TileRecord>> records_;
-    std::unordered_map<Zelkor::Unit*, PlacedUnit> placed_;
+    std::vector<TileRecord*> levelRecords_; // of levelUnits_, one each; none for scenery
+    bool loading_ = false;                  // tiles get their materials when all runs are complete
     std::vector<TileDef> defs_;
     std::unordered_map<std::string, int> defByName_; // the first of each name
 };

@@ -185,6 +185,7 @@ TEST_F(TileGridTest, LoadingReplacesTheTilesAndLeavesOtherUnits) {
     writeData("levels/a.level", "5 0 3 2\ntiles/area1/row 5 0 0\ntiles/area1/row 15 0 0\n");
     for (int i = 0; i < 2; ++i) {
         grid.loadLevel("a", true);
+        EXPECT_EQ(parameter(*levelUnits.front(), "scaleX"), 2);
         EXPECT_EQ(levelUnits.size(), 1u);
         EXPECT_EQ(scene.units().size(), 2u);
     }
