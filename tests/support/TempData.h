@@ -7,6 +7,7 @@
 #include <fstream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <stdlib.h>
 
@@ -31,6 +32,9 @@ class TempData {
         std::filesystem::create_directories(path.parent_path());
         std::ofstream(path, std::ios::binary) << content;
         return path;
+    }
+    std::filesystem::path write(const std::string& name, const std::vector<uint8_t>& bytes) const {
+        return write(name, std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
     }
 
   private:

@@ -1,7 +1,6 @@
 #include "core/DebugManager.h"
 
 #include "fake/FakePlatform.h"
-#include "render/Renderer.h"
 
 #include <gtest/gtest.h>
 
@@ -23,12 +22,6 @@ class Profiler : public ::testing::Test {
         manager.beginSection(id);
         spend(microseconds);
         manager.endSection();
-    }
-    // A frame as the game has it: update, drawing and debug lines at the top, then the GUI inside "Frame".
-    void frame() {
-        measure(ProfileId::renderGui, 7);
-        manager.endSection();
-        measure(ProfileId::update, 3);
     }
 
     platform::FakePlatform fake;
@@ -55,27 +48,6 @@ TEST_F(Profiler, SectionsNestAndAddUp) {
         EXPECT_EQ(rows[row].calls, calls[row]);
         EXPECT_DOUBLE_EQ(manager.microseconds(rows[row].accumulated), spent[row]);
     }
-    // The next frame starts clean, inside "Frame".
-    ASSERT_EQ(manager.rows().size(), 1u);
-    EXPECT_EQ(manager.rows()[0].id, 11);
-    EXPECT_EQ(manager.rows()[0].accumulated, 0);
-}
-
-TEST_F(Profiler, FrameClosesBeforeTheTopLevelSections) {
-    frame();
-    manager.endFrame();
-    const auto rows = manager.finishedFrame();
-    ASSERT_EQ(rows.size(), 3u);
-    EXPECT_EQ(rows[1].parent, 0);
-    EXPECT_EQ(rows[2].id, 19);
-    EXPECT_EQ(rows[2].parent, -1);
-    EXPECT_DOUBLE_EQ(manager.microseconds(rows[0].accumulated), 7);
-    // Ends without a section are harmless.
-    manager.endSection();
-    manager.endSection();
-    manager.endSection();
-    measure(ProfileId::update, 1);
-    EXPECT_EQ(manager.rows().back().parent, -1);
 }
 
 TEST_F(Profiler, FullTableIgnoresWhatDoesNotFit) {
@@ -90,45 +62,6 @@ TEST_F(Profiler, FullTableIgnoresWhatDoesNotFit) {
     for (const auto& row : manager.rows())
         EXPECT_NE(row.id, static_cast<int>(ProfileId::setMaterial));
     manager.endFrame();
-    EXPECT_EQ(manager.finishedFrame().size(), 100u);
-    EXPECT_EQ(manager.finishedFrame().back().depth, 99);
-}
-
-TEST_F(Profiler, OverlayChangesEveryTenthFrame) {
-    for (int count = 0; count < 30; ++count) {
-        frame();
-        manager.endFrame();
-    }
-    EXPECT_EQ(manager.overlayColumns().names, ""); // not shown
-    manager.showProfiler = true;
-    for (int count = 1; count < 10; ++count) {
-        frame();
-        manager.endFrame();
-        EXPECT_EQ(manager.overlayColumns().names, "") << count;
-    }
-    measure(ProfileId::renderGui, 7);
-    measure(ProfileId::renderGui, 4);
-    manager.endFrame();
-    EXPECT_EQ(manager.overlayColumns().names, "Frame\n_render_gui\n");
-    EXPECT_EQ(manager.overlayColumns().calls, "1\n2\n");
-    EXPECT_EQ(manager.overlayColumns().microseconds, "11\n11\n");
-    EXPECT_EQ(manager.overlayColumns().microsecondsPerCall, "11\n5\n"); // 5.5 is cut off
-    frame();
-    manager.endFrame();
-    EXPECT_EQ(manager.overlayColumns().calls, "1\n2\n");
-}
-
-TEST_F(Profiler, DebugLinesLastOneFrame) {
-    manager.addDebugLine({1, 2, 3}, {4, 5, 6}, {0, 1, 0});
-    ASSERT_EQ(manager.lines().size(), 1u);
-    EXPECT_EQ(manager.lines()[0].to, (Zelkor::Vec3{4, 5, 6}));
-    manager.endFrame();
-    EXPECT_TRUE(manager.lines().empty());
-    manager.drawingEnabled = false;
-    manager.addDebugLine({}, {}, {});
-    manager.renderDebug();
-    EXPECT_TRUE(manager.lines().empty());
-    EXPECT_EQ(manager.rows().size(), 1u); // no "render_debug"
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 #include "Picture.h"
 #include "RenderTest.h"
 #include "animation/SkeletonInstance.h"
-#include "render/GpuTimer.h"
 #include "resources/UnitManager.h"
 
 namespace Zelkor {
@@ -45,23 +44,18 @@ TEST_F(DrawTest, OutlinesDrawTwiceWithTheEdge) {
     beginFrame(view);
     EXPECT_EQ(trianglesDrawn(unit), 4u);
     EXPECT_EQ(edge.ambient, (Vec4{1, 0, 0, 1})) << "the outline takes the colour of what it surrounds";
-    ASSERT_FALSE(edge.shaderParams.empty());
-    EXPECT_EQ(edge.shaderParams[0].name, "scale");
-    EXPECT_EQ(edge.shaderParams[0].value, 2);
 
     materials().findMaterial("tin")->outlines = false;
     EXPECT_EQ(trianglesDrawn(unit), 2u);
     materials().findMaterial("tin")->enabled = false;
     EXPECT_EQ(trianglesDrawn(unit), 0u);
-
-    Mesh alone = square("edge", 4);
-    Unit drawnWithEdge(alone, 1);
-    trianglesDrawn(drawnWithEdge);
-    EXPECT_EQ(edge.ambient, (Vec4{1, 1, 1, 1}));
 }
 
 TEST_F(DrawTest, WithoutShadersEverythingIsASilhouette) {
-    start(contextWithoutShaders);
+    start([] {
+        probeContext();
+        return GlCapabilities{true, false, false};
+    });
     ASSERT_FALSE(gl().shadersSupported);
     writeTexture("rock", tgaBytes(1, 1, 24, {0, 255, 0}));
     Material& rock = *materials().findMaterial("rock");
@@ -104,7 +98,6 @@ TEST_F(DrawTest, SkinnedVerticesAndArraysReachTheProgram) {
     renderUnit(unit, scene, view, false);
     EXPECT_EQ(middle(), white) << "drawn where the joints took it";
     EXPECT_TRUE(near(pixel(width / 2 + static_cast<int>(8 * height / 20), height / 2), {255, 102, 51}));
-    EXPECT_TRUE(materials().findMaterial("tin")->skinned);
 }
 
 TEST_F(DrawTest, ItemsOnAJointFollowItAndTheNextOneDoesNot) {
@@ -141,30 +134,9 @@ TEST_F(DrawTest, TestedAndBlendedSurfacesAreDrawnInBothPasses) {
     beginFrame(view);
     renderUnit(unit, scene, view, false);
     EXPECT_EQ(middle(), (Pixel{255, 0, 0})) << "solid in the main pass";
-    EXPECT_TRUE(unit.inMainList && unit.inSpecialList);
-    EXPECT_EQ(glass.blendMode, BlendMode::alphaBlend);
     beginFrame(view);
     renderUnit(unit, scene, view, true);
     EXPECT_TRUE(near(middle(), {255, 128, 128}));
-    EXPECT_TRUE(glass.specialAlpha && glass.alphaTest);
-}
-
-TEST_F(DrawTest, OverlayCoordinatesRunFromTheTopLeft) {
-    beginFrame(view);
-    for (int round = 0; round < 40; ++round)
-        gl().begin2D(); // the matrix stack does not overflow
-    gl().useShader(-1);
-    gl().disableTexturing();
-    glDisable(GL_CULL_FACE);
-    glColor3f(1, 0, 0);
-    glRectf(0, 0, 0.25f, 0.25f);
-    glColor3f(0, 0, 1);
-    glRectf(0.75f, 0.75f, 1, 1);
-    EXPECT_EQ(pixel(0, 0), (Pixel{255, 0, 0}));
-    EXPECT_EQ(pixel(width / 4 - 1, height / 4 - 1), (Pixel{255, 0, 0}));
-    EXPECT_EQ(pixel(width / 4, height / 4), white);
-    EXPECT_EQ(pixel(width - 1, height - 1), (Pixel{0, 0, 255}));
-    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 
 TEST_F(DrawTest, LinesBackgroundAndCapture) {
@@ -173,8 +145,6 @@ TEST_F(DrawTest, LinesBackgroundAndCapture) {
     plain("tin", {0, 1, 0, 1});
     writeTexture("sky", tgaBytes(1, 2, 24, {255, 0, 0, 0, 0, 255})); // red above blue
     sky.backgroundTexture = gl().getTexture("sky");
-    Unit* unit = scene.createUnit("nothing");
-    unit->visible = false;
     gl().bindRenderTarget(0, true);
     gl().setViewport(0, 0, 1, 1);
     renderScene(scene, sky);
@@ -194,31 +164,6 @@ TEST_F(DrawTest, LinesBackgroundAndCapture) {
     gl().captureFrame = true;
     gl().present();
     EXPECT_EQ(gl().capturedFrame.pixels, image.pixels) << "kept before the buffers are swapped";
-    gl().clearDepth();
-}
-
-TEST_F(DrawTest, GpuTimerGivesEachMeasurementOnce) {
-    if (!GpuTimer::supported()) GTEST_SKIP() << "no timer queries here";
-    GpuTimer timer;
-    EXPECT_FALSE(timer.takeMicroseconds());
-    timer.begin();
-    beginFrame(view);
-    timer.end();
-    glFinish();
-    const auto taken = timer.takeMicroseconds();
-    ASSERT_TRUE(taken);
-    EXPECT_GE(*taken, 0);
-    EXPECT_LT(*taken, 60e6);
-    EXPECT_FALSE(timer.takeMicroseconds());
-    for (int i = 0; i < 20; ++i) {
-        timer.begin();
-        timer.end();
-    }
-    glFinish();
-    int count = 0;
-    while (timer.takeMicroseconds())
-        ++count;
-    EXPECT_EQ(count, 8);
 }
 
 // --- Pictures --------------------------------------------------------------------------------------------

@@ -3,41 +3,33 @@
 
 #include "core/EngineManagers.h"
 #include "core/TimerManager.h"
-#include "io/DataFiles.h"
 #include "render/GlApi.h"
 #include "render/GlRenderer.h"
 #include "render/MaterialManager.h"
 #include "render/SceneDrawing.h"
 #include "sdl/SdlPlatform.h"
+#include "support/TempData.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cmath>
-#include <filesystem>
-#include <fstream>
 #include <memory>
-#include <random>
 #include <string>
 #include <vector>
 
 namespace Zelkor {
-
-inline GlCapabilities contextWithoutShaders() {
-    probeContext();
-    return {true, false, false};
-}
 
 // An uncompressed picture: rows from the bottom, each pixel's bytes as the file holds them.
 inline std::vector<uint8_t> tgaBytes(int width, int height, int bits, const std::vector<uint8_t>& data,
                                      const std::vector<uint8_t>& palette = {}) {
     std::vector<uint8_t> bytes(18);
     bytes[1] = palette.empty() ? 0 : 1;
-    bytes[12] = static_cast<uint8_t>(width);
-    bytes[13] = static_cast<uint8_t>(width >> 8);
-    bytes[14] = static_cast<uint8_t>(height);
-    bytes[15] = static_cast<uint8_t>(height >> 8);
     bytes[16] = static_cast<uint8_t>(bits);
+    for (const std::size_t byte : {0u, 1u}) {
+        bytes[12 + byte] = static_cast<uint8_t>(width >> 8 * byte);
+        bytes[14 + byte] = static_cast<uint8_t>(height >> 8 * byte);
+    }
     bytes.insert(bytes.end(), palette.begin(), palette.end());
     bytes.insert(bytes.end(), data.begin(), data.end());
     return bytes;
@@ -52,10 +44,6 @@ class RenderTest : public ::testing::Test {
 
     void start(GlRenderer::Probe probe) {
         managers.reset();
-        std::filesystem::create_directories(data / "shaders");
-        std::filesystem::create_directories(data / "materials");
-        std::filesystem::create_directories(data / "textures");
-        setDataFolder(data);
         platform::setCurrent(&system);
         TimerManager::reset();
         managers = std::make_unique<EngineManagers>();
@@ -67,18 +55,14 @@ class RenderTest : public ::testing::Test {
     void TearDown() override {
         managers.reset();
         platform::setCurrent(nullptr);
-        std::filesystem::remove_all(data);
     }
 
     GlRenderer& gl() { return static_cast<GlRenderer&>(*managers->renderer); }
     MaterialManager& materials() { return *managers->materialManager; }
 
-    void write(const std::string& name, const std::string& text) {
-        std::filesystem::create_directories((data / name).parent_path());
-        std::ofstream(data / name, std::ios::binary) << text;
-    }
+    void write(const std::string& name, const std::string& text) { data.write(name, text); }
     void writeTexture(const std::string& name, const std::vector<uint8_t>& bytes) {
-        write("textures/" + name + ".tga", std::string(bytes.begin(), bytes.end()));
+        data.write("textures/" + name + ".tga", bytes);
     }
 
     // Flat white, ready for what a test draws.
@@ -129,10 +113,7 @@ class RenderTest : public ::testing::Test {
                                                "    gl_FragColor = basecolor;\n}\n";
 
     platform::SdlPlatform system{{.headless = true}};
-    std::filesystem::path data =
-        std::filesystem::temp_directory_path() /
-        ("rustpike-render-" + std::to_string(reinterpret_cast<std::uintptr_t>(this)) +
-         std::to_string(std::random_device{}()));
+    TempData data;
     std::unique_ptr<EngineManagers> managers;
 };
 

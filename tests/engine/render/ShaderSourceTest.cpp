@@ -40,7 +40,6 @@ TEST(ShaderSourceTest, SplitsStagesAtWholeKeywordLines) {
     ASSERT_TRUE(source.geometry);
     EXPECT_EQ(join(source.geometry->lines), "g\n");
     EXPECT_EQ(join(source.pixel.lines), "p1\np2\n");
-    EXPECT_FALSE(source.usesVariants);
 }
 
 TEST(ShaderSourceTest, IncludesInPlaceAndKeywordsInsideCount) {
@@ -51,7 +50,6 @@ TEST(ShaderSourceTest, IncludesInPlaceAndKeywordsInsideCount) {
     ASSERT_FALSE(source.failed()) << source.error;
     EXPECT_EQ(join(source.vertex.lines), "a\nb1\nb2\nb3\nc\n");
     EXPECT_EQ(join(source.pixel.lines), "p\n");
-    EXPECT_EQ(source.openedFiles, (std::vector<std::string>{"main", "common", "deeper", "tail"}));
 }
 
 TEST(ShaderSourceTest, RefusesBrokenFiles) {
@@ -83,31 +81,11 @@ TEST(ShaderSourceTest, PatchesMarkersForEachVariant) {
     const std::string shadows = "const int numShadows=0;\n", lights = "const int numLights=0;\n";
     const ShaderSource source = compose({{"main", shadows + lights + "v\nPIXEL\np\n"}});
     EXPECT_TRUE(source.usesVariants);
-    EXPECT_TRUE(source.vertex.varies);
-    EXPECT_FALSE(source.pixel.varies);
     const char* expected[shaderVariants] = {"02", "12", "24", "34", "46"};
     for (int v = 0; v < shaderVariants; ++v)
         EXPECT_EQ(join(variantLines(source.vertex, v)),
                   std::string("const int numShadows=") + expected[v][0] +
                       ";\nconst int numLights=" + expected[v][1] + ";\nv\n");
-
-    const ShaderSource trailingBlank = compose({{"main", "const int numShadows=0; \nPIXEL\n"}});
-    EXPECT_FALSE(trailingBlank.usesVariants);
-    EXPECT_EQ(join(variantLines(trailingBlank.vertex, 3)), "const int numShadows=0; \n");
-}
-
-TEST(ShaderSourceTest, StagesVaryWithTheMarkersBeforeThem) {
-    const std::string marker = "const int numLights=0;\n";
-    const ShaderSource fromVertex = compose({{"main", marker + "GEOMETRY\ng\nPIXEL\np\n"}});
-    EXPECT_TRUE(fromVertex.geometry->varies);
-    EXPECT_FALSE(fromVertex.pixel.varies);
-    const ShaderSource fromGeometry = compose({{"main", "v\nGEOMETRY\n" + marker + "PIXEL\np\n"}});
-    EXPECT_FALSE(fromGeometry.vertex.varies);
-    EXPECT_TRUE(fromGeometry.geometry->varies);
-    EXPECT_TRUE(fromGeometry.pixel.varies);
-    const ShaderSource fromPixel = compose({{"main", "v\nGEOMETRY\ng\nPIXEL\n" + marker}});
-    EXPECT_FALSE(fromPixel.geometry->varies);
-    EXPECT_TRUE(fromPixel.pixel.varies);
 }
 
 } // namespace

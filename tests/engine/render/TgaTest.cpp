@@ -8,47 +8,27 @@ namespace {
 
 using Bytes = std::vector<uint8_t>;
 
-TEST(TgaTest, FlipsRowsAndOrdersColours) {
-    // Bottom row red, green; top row blue, white.
-    const Bytes file = tgaBytes(2, 2, 24, {0, 0, 255, 0, 255, 0, 255, 0, 0, 255, 255, 255});
-    const auto image = decodeTga(file);
-    ASSERT_TRUE(image);
-    EXPECT_EQ(image->width, 2);
-    EXPECT_EQ(image->components, 3);
-    EXPECT_EQ(image->pixels, (Bytes{0, 0, 255, 255, 255, 255, 255, 0, 0, 0, 255, 0}));
-}
-
-TEST(TgaTest, EveryWidthOfRowKeepsItsPixels) {
-    for (const int width : {1, 3, 4, 5, 8, 11}) {
-        Bytes data, expected;
-        for (int i = 0; i < width; ++i) {
-            const auto v = static_cast<uint8_t>(i * 7);
-            data.insert(data.end(), {v, static_cast<uint8_t>(v + 1), static_cast<uint8_t>(v + 2)});
-            expected.insert(expected.end(), {static_cast<uint8_t>(v + 2), static_cast<uint8_t>(v + 1), v});
+TEST(TgaTest, RowsOfEveryDepthAndWidthKeepTheirPixels) {
+    for (const int width : {1, 3, 4, 5, 8, 11})
+        for (const int components : {1, 3, 4}) {
+            Bytes data;
+            for (int i = 0; i < 2 * components * width; ++i)
+                data.push_back(static_cast<uint8_t>(i));
+            Bytes expected(data); // the top row first, red before blue
+            std::rotate(expected.begin(), expected.begin() + components * width, expected.end());
+            if (components >= 3)
+                for (std::size_t at = 0; at < expected.size(); at += static_cast<std::size_t>(components))
+                    std::swap(expected[at], expected[at + 2]);
+            const auto image = decodeTga(tgaBytes(width, 2, 8 * components, data));
+            ASSERT_TRUE(image);
+            EXPECT_EQ(image->components, components);
+            EXPECT_EQ(image->pixels, expected) << width;
         }
-        const auto image = decodeTga(tgaBytes(width, 1, 24, data));
-        ASSERT_TRUE(image);
-        EXPECT_EQ(image->pixels, expected) << width;
-    }
-}
-
-TEST(TgaTest, OtherDepths) {
-    const auto withAlpha = decodeTga(tgaBytes(1, 1, 32, {1, 2, 3, 4}));
-    ASSERT_TRUE(withAlpha);
-    EXPECT_EQ(withAlpha->components, 4);
-    EXPECT_EQ(withAlpha->pixels, (Bytes{3, 2, 1, 4}));
-
-    const auto luminance = decodeTga(tgaBytes(2, 1, 8, {9, 200}));
-    ASSERT_TRUE(luminance);
-    EXPECT_EQ(luminance->components, 1);
-    EXPECT_EQ(luminance->pixels, (Bytes{9, 200}));
-
     Bytes palette(768);
     for (std::size_t i = 0; i < palette.size(); ++i)
         palette[i] = static_cast<uint8_t>(i % 251);
     const auto indexed = decodeTga(tgaBytes(2, 1, 8, {1, 255}, palette));
     ASSERT_TRUE(indexed);
-    EXPECT_EQ(indexed->components, 4);
     // The alpha of entry 1 is the blue of entry 2; nothing follows entry 255.
     EXPECT_EQ(indexed->pixels, (Bytes{5, 4, 3, 6, palette[767], palette[766], palette[765], 255}));
 }
