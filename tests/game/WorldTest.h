@@ -55,6 +55,11 @@ class WorldTest : public ::testing::Test {
     // Starts a session on a stage with these files' texts.
     Session& startStage(const std::string& level, const std::string& events);
     TestActor& spawn(int group, const Zelkor::Vec3& position, const std::string& mesh = "none");
+    std::vector<Thingy*> actors(int group) {
+        std::vector<Thingy*> found;
+        game->thingyManager->collectAll(group, found);
+        return found;
+    }
     // Steps the timers and the session.
     void step(int count = 1, float seconds = 1.0f / 60);
     void writeData(const std::string& file, const std::string& text);

@@ -33,13 +33,8 @@ Model Workshop::model(const std::string& text) const {
 }
 
 std::string Workshop::refusal(const std::string& text) const {
-    try {
-        finishMesh(model(text));
-    } catch (const SourceError& e) {
-        const std::string what = e.what(), file = path("thing.model") + ":";
-        return what.rfind(file, 0) == 0 ? what.substr(file.size()) : "elsewhere: " + what;
-    }
-    return {};
+    const std::string what = faultOf([&] { finishMesh(model(text)); }), file = path("thing.model") + ":";
+    return what.starts_with(file) ? what.substr(file.size()) : what;
 }
 
 double volumeOf(const Surface& surface) {

@@ -12,6 +12,17 @@
 
 namespace forge {
 
+// What a step on a source is refused with; empty when it is not.
+template <class Action>
+std::string faultOf(const Action& action) {
+    try {
+        action();
+    } catch (const SourceError& e) {
+        return e.what();
+    }
+    return {};
+}
+
 // A fresh folder for each test, gone afterwards.
 class Workshop : public testing::Test {
   protected:

@@ -1,8 +1,6 @@
 #include "game/Session.h"
 
 #include "core/DebugManager.h"
-#include "core/Log.h"
-#include "core/Random.h"
 #include "game/WorldTest.h"
 #include "resources/UnitManager.h"
 
@@ -25,25 +23,16 @@ class SessionTest : public WorldTest {
 
 } // namespace
 
-TEST_F(SessionTest, StartsInOrder) {
-    EXPECT_EQ(stageFileName(0), "level000");
-    EXPECT_EQ(stageFileName(12), "level012");
+TEST_F(SessionTest, ReplacesTheOneBefore) {
     writeData("levels/level012.level", "0 0 1 1 stone 0 0 0\n");
-    std::vector<std::string> log;
-    Log::instance().captureInto(&log);
     game->currentStage = 12;
-    game->startSession();
-    Log::instance().captureInto(nullptr);
-    std::erase_if(log, [](const std::string& line) { return line.starts_with("loadtexture"); });
-    EXPECT_EQ(log,
-              (std::vector<std::string>{"init session", "load level", "loadevents", "init session done"}));
-    EXPECT_EQ(game->session->stage, 12);
-    EXPECT_TRUE(game->tileGrid()->tileAt({0, 0, 0}, 1));
-    EXPECT_EQ(game->session->scene.lights.size(), 1u);
-    game->startSession(); // replaces the first
-    EXPECT_EQ(game->session->scene.units().size(), 1u);
-    game->session.reset();
-    EXPECT_FALSE(game->tileGrid() || game->camera() || game->eventList());
+    for (int i = 0; i < 2; ++i) {
+        game->startSession();
+        EXPECT_EQ(game->session->stage, 12);
+        EXPECT_TRUE(game->tileGrid()->tileAt({0, 0, 0}, 1));
+        EXPECT_EQ(game->session->scene.lights.size(), 1u);
+        EXPECT_EQ(game->session->scene.units().size(), 1u);
+    }
 }
 
 TEST_F(SessionTest, RestartsTheSameStage) {
@@ -56,19 +45,14 @@ TEST_F(SessionTest, RestartsTheSameStage) {
     game->camera()->setLock({1, 2, 3}, 0);
     step(30);
     EXPECT_NEAR(session.time, 0.5f, 1e-4f);
-    bool askedFirst = false;
-    extra.onUpdate = [&] { askedFirst = session.restartRequested = true; };
-    step(); // everything is updated, then the stage restarts
-    EXPECT_TRUE(askedFirst);
-    EXPECT_FALSE(session.restartRequested);
+    extra.onUpdate = [&] { session.restartRequested = true; };
+    step();
     EXPECT_EQ(session.time, 0);
     EXPECT_EQ(TestActor::alive, 1); // the stage's own actor, anew
     EXPECT_EQ(session.levelUnits.size(), 2u);
-    EXPECT_EQ(session.scene.units().size(), 3u);
     EXPECT_TRUE(game->tileGrid()->tileAt({0, 0, 0}, 1));
     EXPECT_EQ(session.gravityFactor, 2); // its event fires once a stage only
     EXPECT_EQ(game->camera()->lockWeight, 0);
-    EXPECT_TRUE(game->camera()->snap);
 }
 
 TEST_F(SessionTest, AFrameUpdatesInSubstepsAndDrawsOnce) {
@@ -82,27 +66,7 @@ TEST_F(SessionTest, AFrameUpdatesInSubstepsAndDrawsOnce) {
     frame(40);
     EXPECT_EQ(actor.updates, 2);
     EXPECT_TRUE(edges[0] && !edges[1]);
-    EXPECT_EQ(renderer().updateCount, 2);
     EXPECT_NEAR(game->session->time, 0.04f, 1e-5f);
     EXPECT_EQ(managers->unitManager->frameNumber, 1);          // drawn once
     EXPECT_FALSE(managers->controllerManager->isPressed('Z')); // the frame is over
-}
-
-// Each tick draws two numbers for each of eleven programs.
-TEST_F(SessionTest, TheSketchFlickersByWallTime) {
-    const auto drawn = [&](int milliseconds) {
-        seedRandom(5);
-        frame(milliseconds);
-        const int next = randomInt();
-        seedRandom(5);
-        int count = 0;
-        while (randomInt() != next)
-            ++count;
-        return count;
-    };
-    for (const auto& [milliseconds, count] :
-         {std::pair{90, 0}, {1, 22}, {50, 0}, {50, 22}, {89, 0}, {300, 22}})
-        EXPECT_EQ(drawn(milliseconds), count);
-    game->flicker = false;
-    EXPECT_EQ(drawn(100), 0);
 }

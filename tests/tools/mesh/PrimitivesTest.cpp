@@ -74,14 +74,6 @@ TEST(Primitives, planksAndRocksDifferBySeedAndFillTheirSize) {
     EXPECT_NE(volumeOf(board), volumeOf(plankSurface({10, 2, 1}, 0.1f, 0.15f, 0.5f, 2.5f, 2)));
 }
 
-TEST(Primitives, sheetsFaceTheViewer) {
-    const Surface plane = planeSurface({4, 2}, false);
-    EXPECT_NEAR(areaOf(plane), 8, 1e-5);
-    for (const Vec3& n : smoothNormals(plane))
-        EXPECT_TRUE(near(n, {0, 0, 1}, 1e-5f));
-    EXPECT_EQ(planeSurface({4, 2}, true).triangles.size(), 4u);
-}
-
 TEST(Outlines, triangulateWhateverDoesNotCrossItself) {
     Outline star, comb{{0, 0}};
     for (int i = 0; i < 14; ++i) {

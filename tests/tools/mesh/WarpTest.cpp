@@ -84,18 +84,8 @@ TEST(Noise, fillsItsRangeWithoutJumps) {
         high = std::max(high, v);
         EXPECT_LT(std::fabs(v - valueNoise(p + Vec3{0.001f, 0, 0}, 3)), 0.01f);
     }
-    EXPECT_GE(low, -1);
-    EXPECT_LE(high, 1);
-    EXPECT_LT(low, -0.7f);
-    EXPECT_GT(high, 0.7f);
-    Random a(5), b(5);
-    double sum = 0;
-    for (int i = 0; i < 10000; ++i) {
-        const float v = a.unit();
-        EXPECT_EQ(v, b.unit());
-        sum += static_cast<double>(v);
-    }
-    EXPECT_NEAR(sum / 10000, 0.5, 0.02);
+    EXPECT_TRUE(low >= -1 && low < -0.7f) << low;
+    EXPECT_TRUE(high <= 1 && high > 0.7f) << high;
 }
 
 } // namespace

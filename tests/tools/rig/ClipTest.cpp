@@ -180,8 +180,6 @@ TEST_F(Clips, faultsAreToldAtTheirPlace) {
               here + "10: 'elbow' means nothing here; known: reach, and the rig's joints");
     EXPECT_EQ(at("pose p { reach chest 1,2,3 }"),
               here + "16: a joint that reaches has a parent and a grandparent to fold");
-    EXPECT_EQ(at("pose ahead { }"), here + "6: there is a pose 'ahead' already");
-    EXPECT_EQ(at("clip c 1 { key 0 nowhere }"), here + "18: there is no pose 'nowhere' yet");
     EXPECT_EQ(at("clip c 1 { key 2 ahead }"), here + "16: this key lies outside of the clip");
     EXPECT_EQ(at("clip c 1 half { key .6 ahead }"), here + "21: keys of a half clip lie in its first half");
     EXPECT_EQ(at("clip c 1 { key .5 ahead }"), here + "1: clip c has no key at 0");
@@ -189,9 +187,6 @@ TEST_F(Clips, faultsAreToldAtTheirPlace) {
               here + "1: the loop c ends in another pose than it begins (hips)");
     EXPECT_EQ(at("clip c 1 loop { key 0 ahead\n sway hat 9 cycles=1.5 }"),
               std::to_string(line + 1) + ":20: a loop sways a whole number of cycles");
-    EXPECT_EQ(at("clip c 1 { key 0 ahead ease=jelly }"),
-              here + "29: ease is one of: smooth linear in out inout snap overshoot anticipate bounce hold");
-    EXPECT_EQ(at("rig { joint a 0,0,0 }"), here + "1: the rig comes before the parts it carries");
 }
 
 TEST(Easings, beginAtNothingAndEndAtTheGoal) {
@@ -214,10 +209,6 @@ TEST(Easings, beginAtNothingAndEndAtTheGoal) {
         EXPECT_EQ(largest > 1.05f, easing == Easing::Overshoot) << name;
     }
     EXPECT_EQ(count, 10);
-    EXPECT_GT(eased(Easing::Out, 0.3f), 0.3f);
-    EXPECT_LT(eased(Easing::In, 0.3f), 0.3f);
-    EXPECT_LT(eased(Easing::Anticipate, 0.3f), 0);
-    EXPECT_EQ(eased(Easing::Hold, 0.99f), 0);
 }
 
 } // namespace

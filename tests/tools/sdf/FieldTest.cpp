@@ -4,7 +4,7 @@
 #include "tools/Workshop.h"
 
 #include <cmath>
-#include <functional>
+#include <iterator>
 
 namespace forge {
 namespace {
@@ -33,58 +33,30 @@ Vec3 sample(int i, float reach) {
 
 struct Case {
     const char* name;
-    std::function<ShapePointer()> make;
+    ShapePointer shape;
 };
 std::vector<Case> exactShapes() {
-    return {
-        {"capsule",
-         [] {
-             return capsuleShape({-1, 0, 0}, {2, 1, 0}, 1, 0.4f);
-         }},
-        {"engulfed capsule",
-         [] {
-             return capsuleShape({0, 0, 0}, {0.2f, 0, 0}, 1, 0.3f);
-         }},
-        {"box",
-         [] {
-             return boxShape({0, 0.5f, 0}, {3, 2, 1}, 0.2f);
-         }},
-        {"cone",
-         [] {
-             return coneShape({0, -1, 0}, {0, 2, 0}, 1.5f, 0.5f, 0.1f);
-         }},
-        {"pointed cone",
-         [] {
-             return coneShape({0, -1, 0}, {0, 2, 0}, 1.5f, 0, 0);
-         }},
-        {"torus", [] { return torusShape({}, 1.5f, 0.4f, Axis::Z); }},
-        {"extrusion",
-         [] {
-             return extrusionShape({{-1, -1}, {2, -1}, {0, 2}}, 1.5f, 0);
-         }},
-        {"lathe",
-         [] {
-             return latheShape({{0, -1}, {1.5f, -1}, {0.5f, 1}, {0, 1}}, 0);
-         }},
-        {"tube",
-         [] {
-             return tubeShape({{-2, 0, 0, 0.5f}, {0, 1, 0, 0.7f}, {2, 0, 0, 0.3f}});
-         }},
-        {"half space",
-         [] {
-             return halfSpaceShape({0, 0.3f, 0}, {1, 1, 0});
-         }},
+    Case shapes[] = {
+        {"capsule", capsuleShape({-1, 0, 0}, {2, 1, 0}, 1, 0.4f)},
+        {"engulfed capsule", capsuleShape({0, 0, 0}, {0.2f, 0, 0}, 1, 0.3f)},
+        {"box", boxShape({0, 0.5f, 0}, {3, 2, 1}, 0.2f)},
+        {"cone", coneShape({0, -1, 0}, {0, 2, 0}, 1.5f, 0.5f, 0.1f)},
+        {"pointed cone", coneShape({0, -1, 0}, {0, 2, 0}, 1.5f, 0, 0)},
+        {"torus", torusShape({}, 1.5f, 0.4f, Axis::Z)},
+        {"extrusion", extrusionShape({{-1, -1}, {2, -1}, {0, 2}}, 1.5f, 0)},
+        {"lathe", latheShape({{0, -1}, {1.5f, -1}, {0.5f, 1}, {0, 1}}, 0)},
+        {"tube", tubeShape({{-2, 0, 0, 0.5f}, {0, 1, 0, 0.7f}, {2, 0, 0, 0.3f}})},
+        {"half space", halfSpaceShape({0, 0.3f, 0}, {1, 1, 0})},
     };
+    return {std::make_move_iterator(std::begin(shapes)), std::make_move_iterator(std::end(shapes))};
 }
 
 TEST(Shapes, distancesNeverChangeFasterThanOneGoesAndLeadToTheSurface) {
-    for (const Case& each : exactShapes()) {
-        const ShapePointer shape = each.make();
+    for (const auto& [name, shape] : exactShapes()) {
         for (int i = 0; i < 400; ++i) {
             const Vec3 p = sample(i, 4), q = p + 0.3f * vectorNoise({static_cast<float>(i), 0, 0}, 2);
             const float d = shape->distance(p);
-            EXPECT_LE(std::fabs(d - shape->distance(q)), Zelkor::distance(p, q) * 1.001f + 1e-4f)
-                << each.name;
+            EXPECT_LE(std::fabs(d - shape->distance(q)), Zelkor::distance(p, q) * 1.001f + 1e-4f) << name;
             if (d < 0) continue;
             // Outside the distance is the way to the surface: going it down the slope ends there.
             const float e = 1e-2f;
@@ -93,7 +65,7 @@ TEST(Shapes, distancesNeverChangeFasterThanOneGoesAndLeadToTheSurface) {
                        shape->distance(p + Vec3{0, 0, e}) - shape->distance(p - Vec3{0, 0, e})};
             if (Zelkor::length(slope) < 1.9f * e) continue; // on a ridge two ways are equally short
             Zelkor::normalize(slope);
-            EXPECT_NEAR(shape->distance(p - slope * d), 0, 0.02f + 0.02f * d) << each.name;
+            EXPECT_NEAR(shape->distance(p - slope * d), 0, 0.02f + 0.02f * d) << name;
         }
     }
 }
@@ -101,18 +73,17 @@ TEST(Shapes, distancesNeverChangeFasterThanOneGoesAndLeadToTheSurface) {
 TEST(Shapes, boundsHoldEverythingInside) {
     std::vector<Case> shapes = exactShapes();
     shapes.pop_back(); // a half space has none
-    shapes.push_back({"ellipsoid", [] { return ellipsoidShape({0.5f, 0, 0}, {2, 1, 0.5f}); }});
-    for (const Case& each : shapes) {
-        const ShapePointer shape = each.make();
+    shapes.push_back({"ellipsoid", ellipsoidShape({0.5f, 0, 0}, {2, 1, 0.5f})});
+    for (const auto& [name, shape] : shapes) {
         const Box box = shape->bounds();
         int inside = 0;
         for (int i = 0; i < 3000; ++i) {
             const Vec3 p = sample(i, 4);
             if (shape->distance(p) >= 0) continue;
             ++inside;
-            EXPECT_EQ(Zelkor::clampVec3(p, box.lo, box.hi), p) << each.name;
+            EXPECT_EQ(Zelkor::clampVec3(p, box.lo, box.hi), p) << name;
         }
-        EXPECT_GT(inside, 5) << each.name;
+        EXPECT_GT(inside, 5) << name;
     }
 }
 

@@ -48,12 +48,10 @@ struct HeroStep {
 };
 
 struct HeroStage {
-    HeroStage(const std::vector<std::string>& rows, const Vec3& feet, float gravityFactor = 1,
-              Zelkor::SkeletonData* skeleton = nullptr) {
+    HeroStage(const std::vector<std::string>& rows, const Vec3& feet, float gravityFactor = 1) {
         drawTiles(grid, rows);
         session.gravityFactor = gravityFactor;
         timer.scale = 0.5f;
-        mesh.skeleton = skeleton;
         unit = std::make_unique<Zelkor::Unit>(mesh, 0);
         unit->position = feet;
         hero = std::make_unique<PlayerStandard>(
