@@ -126,4 +126,22 @@ TEST_F(Controllers, JoystickElementsHaveTheirPlaces) {
         EXPECT_FALSE(manager.isDown(256 + 64 + element)) << element;
 }
 
+TEST_F(Controllers, BindingsHaveNames) {
+    EXPECT_EQ(manager.bindingName(bindingUp), "Arrow_Up");
+    EXPECT_EQ(manager.bindingName(bindingDown), "Arrow_Down");
+    EXPECT_EQ(manager.bindingName(bindingJump), "Z");
+    struct Case {
+        std::uint16_t code;
+        const char* name;
+    };
+    for (const Case& expected :
+         {Case{48, "0"}, Case{65, "A"}, Case{37, "Arrow_Left"}, Case{39, "Arrow_Right"}, Case{13, "Return"},
+          Case{16, "Shift"}, Case{17, "Ctrl"}, Case{32, "Space"}, Case{160, "Left_shift"},
+          Case{161, "Right_shift"}, Case{162, "Left_ctrl"}, Case{163, "Right_trl"}, Case{112, "#112"},
+          Case{255, "#255"}, Case{256, "Pad0_Btn0"}, Case{288, "Pad0_Btn32"}, Case{340, "Pad1_Btn20"}}) {
+        manager.bindings[bindingFire] = expected.code;
+        EXPECT_EQ(manager.bindingName(bindingFire), expected.name);
+    }
+}
+
 } // namespace

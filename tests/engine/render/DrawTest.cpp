@@ -232,6 +232,24 @@ TEST_F(DrawTest, PictureOfLitOutlinedRings) {
     scene.clear();
 }
 
+TEST_F(DrawTest, OverlayCoordinatesRunFromTheTopLeft) {
+    beginFrame(view);
+    for (int round = 0; round < 40; ++round)
+        gl().begin2D(); // the matrix stack does not overflow
+    gl().useShader(-1);
+    gl().disableTexturing();
+    glDisable(GL_CULL_FACE);
+    glColor3f(1, 0, 0);
+    glRectf(0, 0, 0.25f, 0.25f);
+    glColor3f(0, 0, 1);
+    glRectf(0.75f, 0.75f, 1, 1);
+    EXPECT_EQ(pixel(0, 0), (Pixel{255, 0, 0}));
+    EXPECT_EQ(pixel(width / 4 - 1, height / 4 - 1), (Pixel{255, 0, 0}));
+    EXPECT_EQ(pixel(width / 4, height / 4), white);
+    EXPECT_EQ(pixel(width - 1, height - 1), (Pixel{0, 0, 255}));
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+}
+
 } // namespace
 
 } // namespace Zelkor

@@ -33,6 +33,11 @@ Image readPng(const std::filesystem::path& file) {
     return image;
 }
 
+int lightness(const Image& image, std::size_t pixel) {
+    const uint8_t* at = &image.pixels[3 * pixel];
+    return (at[0] + at[1] + at[2]) / 3;
+}
+
 } // namespace
 
 void expectPicture(const Image& image, const std::string& name) {
@@ -43,6 +48,7 @@ void expectPicture(const Image& image, const std::string& name) {
         return;
     }
     const Image expected = readPng(reference);
+    Image diff{image.width, image.height, 3, std::vector<uint8_t>(image.pixels.size(), 255)};
     double sum = 0;
     std::size_t wrong = 0;
     const std::size_t count = image.pixels.size() / 3;
@@ -53,16 +59,21 @@ void expectPicture(const Image& image, const std::string& name) {
                 worst = std::max(worst, std::abs(image.pixels[3 * i + c] - expected.pixels[3 * i + c]));
             sum += worst;
             wrong += worst > pixelTolerance;
+            const auto rest = static_cast<uint8_t>(255 - std::min(255, 4 * worst));
+            const bool darker = lightness(image, i) < lightness(expected, i);
+            diff.pixels[3 * i + 1] = rest;
+            diff.pixels[3 * i + (darker ? 2 : 0)] = rest;
         }
         if (static_cast<double>(wrong) <= wrongShare * static_cast<double>(count) &&
             sum <= meanTolerance * static_cast<double>(count))
             return;
+        diff.writePng(picturePath(name + ".diff.png"));
     }
     image.writePng(picturePath(name + ".actual.png"));
     ADD_FAILURE() << name << ": " << image.width << "x" << image.height << " against " << expected.width
                   << "x" << expected.height << ", " << wrong << " wrong pixels of " << count
                   << ", mean difference " << sum / static_cast<double>(count) << "; see "
-                  << picturePath(name + ".actual.png");
+                  << picturePath(name + ".diff.png");
 }
 
 } // namespace Zelkor

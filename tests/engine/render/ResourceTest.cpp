@@ -93,6 +93,35 @@ TEST_F(ResourceTest, VariantFollowsTheShadowCasters) {
     EXPECT_TRUE(near(painted(s), {153, 102, 0}));
 }
 
+TEST_F(ResourceTest, GeometryStageRunsWithTheCorePath) {
+    if (!GLEW_EXT_geometry_shader4 && !GLEW_VERSION_3_2) GTEST_SKIP() << "no geometry stages here";
+    write("shaders/s.shader",
+          "VERTEX\nvoid main()\n{\n    gl_Position = gl_Vertex;\n    gl_FrontColor = vec4(0.0, 1.0, 0.0, "
+          "1.0);\n}\n"
+          "GEOMETRY\nSTRIP_OUT(3)\nvoid main()\n{\n    for (int i = 0; i < 3; i++)\n    {\n"
+          "        gl_FrontColor = FRONT_COLOR_IN(i);\n        gl_Position = POSITION_IN(i) * vec4(1.0, "
+          "-1.0, 1.0, 1.0);\n"
+          "        EmitVertex();\n    }\n    EndPrimitive();\n}\n"
+          "PIXEL\nvoid main()\n{\n    gl_FragColor = gl_Color;\n}\n");
+    const int s = gl().loadShader("s");
+    ASSERT_GE(s, 0);
+    gl().bindRenderTarget(0, true);
+    gl().useShader(s);
+    glDisable(GL_CULL_FACE);
+    glBegin(GL_TRIANGLES); // the upper half, which the stage turns into the lower one
+    glVertex2f(-1, 0);
+    glVertex2f(1, 0);
+    glVertex2f(0, 1);
+    glEnd();
+    EXPECT_EQ(pixel(width / 2, height * 3 / 4), green);
+    EXPECT_EQ(pixel(width / 2, height / 4), (Pixel{255, 255, 255}));
+
+    write("shaders/broken.shader", painting("vec4(1.0)") + "");
+    write("shaders/broken.shader", "VERTEX\nvoid main()\n{\n    gl_Position = gl_Vertex;\n}\nGEOMETRY\noops\n"
+                                   "PIXEL\nvoid main()\n{\n}\n");
+    EXPECT_EQ(gl().loadShader("broken"), -1);
+}
+
 TEST_F(ResourceTest, TexturesLoadOnceAndComeBackAfterRelease) {
     writeTexture("pic", tgaBytes(2, 2, 24, {0, 0, 255, 0, 255, 0, 255, 0, 0, 255, 255, 255}));
     EXPECT_EQ(gl().getTexture("missing"), -1);
