@@ -28,6 +28,10 @@ struct Replay {
     int endEvent; // the one that the way through the stage fires last
 };
 
+void PrintTo(const Replay& replay, std::ostream* out) {
+    *out << replay.name;
+}
+
 const std::vector<Replay>& replays() {
     static const std::vector<Replay> all = {{"stage0", 0, 2460, 12}};
     return all;
