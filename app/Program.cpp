@@ -4,7 +4,6 @@
 #include "Platform.h"
 #include "Trace.h"
 
-#include "audio/AudioManager.h"
 #include "core/DebugManager.h"
 #include "core/EngineManagers.h"
 #include "core/Log.h"
@@ -12,7 +11,6 @@
 #include "core/TimerManager.h"
 #include "game/Game.h"
 #include "input/ControllerManager.h"
-#include "io/DataFiles.h"
 #include "render/GlRenderer.h"
 
 #include <algorithm>

@@ -1,37 +1,12 @@
 VERTEX
 #version 120
-// Figures: strokes live in the texture coordinates, which on limbs are the rest pose, so they bend and turn
-// with what they are drawn on.
-uniform float scale;
-varying float light;
-varying vec2 place;
 INCLUDE
-sketchcommon
-INCLUDE
-sketchlight
-void main()
-{
-    vec3 point = (gl_ModelViewMatrix * gl_Vertex).xyz;
-    light = sunlight(normalize(gl_NormalMatrix * gl_Normal), point);
-    // scale is 1 / the unit's scale; figures are drawn with finer strokes than the ground they stand on.
-    place = gl_MultiTexCoord0.xy * (1.9 / (hatchSpan * max(scale, 0.01)));
-    gl_Position = gl_ModelViewProjectionMatrix * gl_Vertex;
-}
+sketchfigurevertex
 PIXEL
 #version 120
-// Added to the darkest and the lightest tone of the range, for things paler or darker than most.
-uniform float toneLow;
-uniform float toneHigh;
-varying float light;
-varying vec2 place;
 INCLUDE
-papercolour
-INCLUDE
-sketchcommon
-INCLUDE
-sketchsurface
+sketchfigurepixel
 void main()
 {
-    float tone = mix(0.08 + toneLow, 0.98 + toneHigh, light);
-    gl_FragColor = vec4(pencil(place, tone, 0.05 * drift(place), 0.9), 1.0);
+    gl_FragColor = vec4(figureColour(), 1.0);
 }

@@ -26,13 +26,11 @@ class FieldPartReader {
 
   private:
     Interpreter::Handler handler() {
-        return [this](const Statement& s, Scope& inner) { statement(s, inner); };
+        return placing(interpreter, placement,
+                       [this](const Statement& s, Scope& inner) { statement(s, inner); });
     }
 
     void statement(const Statement& s, Scope& scope) {
-        if (readTransform(s, scope, placement,
-                          [&](Scope& inner) { interpreter.run(s.children, inner, handler()); }))
-            return;
         if (s.keyword == "cut" || s.keyword == "keep") {
             operated(s, scope);
         } else if (s.keyword == "group") {

@@ -23,13 +23,11 @@ class ModelReader {
 
   private:
     Interpreter::Handler handler() {
-        return [this](const Statement& s, Scope& inner) { statement(s, inner); };
+        return placing(interpreter, placement,
+                       [this](const Statement& s, Scope& inner) { statement(s, inner); });
     }
 
     void statement(const Statement& s, Scope& scope) {
-        if (readTransform(s, scope, placement,
-                          [&](Scope& inner) { interpreter.run(s.children, inner, handler()); }))
-            return;
         if (s.keyword == "part") {
             readFieldPart(s, scope, interpreter, placement, model);
         } else if (s.keyword == "solid") {

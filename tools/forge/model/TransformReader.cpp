@@ -117,17 +117,7 @@ Vec3 baseOf(const Statement& statement, const Scope& scope) {
     return Arguments(statement, scope, "degrees length ; axis towards at factor").vec3("at", {});
 }
 
-} // namespace
-
-Axis readAxis(const Arguments& args, const std::string& name, Axis fallback) {
-    if (!args.has(name)) return fallback;
-    const std::string axis = args.name(name);
-    if (axis == "x") return Axis::X;
-    if (axis == "y") return Axis::Y;
-    if (axis == "z") return Axis::Z;
-    args.fail(name, name + " is x, y or z");
-}
-
+// Runs `body` once for each copy the block makes. False when the statement is no such block.
 bool readTransform(const Statement& statement, Scope& scope, Placement& placement,
                    const std::function<void(Scope&)>& body) {
     if (statement.keyword == "around") {
@@ -156,6 +146,26 @@ bool readTransform(const Statement& statement, Scope& scope, Placement& placemen
         return false;
     }
     return true;
+}
+
+} // namespace
+
+Axis readAxis(const Arguments& args, const std::string& name, Axis fallback) {
+    if (!args.has(name)) return fallback;
+    const std::string axis = args.name(name);
+    if (axis == "x") return Axis::X;
+    if (axis == "y") return Axis::Y;
+    if (axis == "z") return Axis::Z;
+    args.fail(name, name + " is x, y or z");
+}
+
+Interpreter::Handler placing(Interpreter& interpreter, Placement& placement, Interpreter::Handler others) {
+    return [&interpreter, &placement, others](const Statement& statement, Scope& scope) {
+        const auto body = [&](Scope& inner) {
+            interpreter.run(statement.children, inner, placing(interpreter, placement, others));
+        };
+        if (!readTransform(statement, scope, placement, body)) others(statement, scope);
+    };
 }
 
 } // namespace forge

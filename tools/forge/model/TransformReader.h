@@ -16,10 +16,9 @@ struct Placement {
 
 inline constexpr const char* transformKeywords = "move turn scale mirror bend twist taper wobble around row";
 
-// Runs `body` once for each copy the block makes, with `placement` leading there, and puts it back. False
-// when the statement is no such block.
-bool readTransform(const Statement& statement, Scope& scope, Placement& placement,
-                   const std::function<void(Scope&)>& body);
+// Takes such blocks, however deep: runs what they hold once for each copy they make, with `placement` leading
+// there, and puts it back. Every other statement goes to `others`. Both references outlive the handler.
+Interpreter::Handler placing(Interpreter& interpreter, Placement& placement, Interpreter::Handler others);
 
 Axis readAxis(const Arguments& args, const std::string& name, Axis fallback);
 

@@ -13,12 +13,13 @@ class JointReader {
     JointReader(Interpreter& i, RigSource& s) : interpreter(i), source(s) {}
 
     void read(const std::vector<Statement>& statements, Scope& scope) {
-        interpreter.run(statements, scope, [this](const Statement& s, Scope& inner) { statement(s, inner); });
+        interpreter.run(statements, scope,
+                        placing(interpreter, placement,
+                                [this](const Statement& s, Scope& inner) { statement(s, inner); }));
     }
 
   private:
     void statement(const Statement& s, Scope& scope) {
-        if (readTransform(s, scope, placement, [&](Scope& inner) { read(s.children, inner); })) return;
         if (s.keyword != "joint") failUnknown(s, std::string("joint ") + transformKeywords);
         const Arguments args(s, scope, "name at ; called path tail axes bend");
         Joint joint;
