@@ -1,12 +1,15 @@
 #include "game/Game.h"
 
 #include "actors/ThingyManager.h"
+#include "audio/AudioManager.h"
 #include "core/DebugManager.h"
 #include "core/EngineManagers.h"
 #include "core/Random.h"
 #include "core/TimerManager.h"
+#include "fx/ParticleManager.h"
 #include "game/GameCamera.h"
 #include "game/Session.h"
+#include "game/Settings.h"
 #include "input/ControllerManager.h"
 #include "render/MaterialManager.h"
 #include "render/Renderer.h"
@@ -40,7 +43,7 @@ constexpr const char* sharedMeshes[] = {
 
 } // namespace
 
-Game::Game() {
+Game::Game() : settings(std::make_unique<Settings>()) {
     engineManagers()->renderer->reloadShaders("post");
     TimerManager& timers = TimerManager::instance();
     timers.addTimer("game");
@@ -116,7 +119,7 @@ void Game::runSubsteps() {
     const ProfileSection section(ProfileId::update);
     while (engine.timerManager->substepsLeft > 0) {
         engine.timerManager->stepTimers();
-        // The sound's own update stands here once there is sound.
+        engine.audioManager->updateAudio(engine.timerManager->findTimer("main")->delta);
         engine.controllerManager->update();
         ++engine.renderer->updateCount;
         gameStep();
@@ -149,7 +152,7 @@ void Game::flickerSketch() {
     flickerTimer_ += TimerManager::instance().frameSeconds;
     if (!(flickerTimer_ > flickerPeriod)) return;
     flickerTimer_ = 0;
-    if (!flicker) return;
+    if (settings->flicker == 0) return;
     EngineManagers& engine = *engineManagers();
     for (const char* name : sketchShaders) {
         const int shader = engine.renderer->loadShader(name);

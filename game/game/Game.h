@@ -7,6 +7,7 @@
 class EventList;
 class GameCamera;
 class Session;
+class Settings;
 class ThingyManager;
 class TileGrid;
 
@@ -38,10 +39,10 @@ class Game {
     EventList* eventList() const;
 
     std::unique_ptr<ThingyManager> thingyManager;
+    std::unique_ptr<Settings> settings;
     std::unique_ptr<Session> session;
     bool quitRequested = false;
     int currentStage = 0;
-    bool flicker = true; // whether the sketch is redrawn on its tick
 
   private:
     void runSubsteps();
