@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include <charconv>
+#include <map>
 
 namespace {
 
@@ -76,6 +77,22 @@ std::optional<Options> parseCommandLine(int argc, const char* const* argv, int& 
         ->type_name("K");
     app.add_option("--profile", options.profile, "Write the profiler's sections, a JSON object a frame")
         ->type_name("FILE");
+    const std::map<std::string, bool> onOff{{"on", true}, {"off", false}};
+    const auto addSwitch = [&](const char* name, std::optional<bool>& value, const char* text) {
+        app.add_option(name, value, text)
+            ->transform(CLI::Transformer(onOff, CLI::ignore_case))
+            ->type_name("on|off");
+    };
+    addSwitch("--post", options.postProcessing, "The passes that finish the picture, in this run");
+    addSwitch("--flicker", options.flicker, "Redraw the sketch on its tick, in this run");
+    app.add_option("--super-sample", options.superSample,
+                   "In this run: 0 off, 1 twice the height, 2 twice the width and the height")
+        ->check(CLI::Range(0, 2));
+    app.add_option("--view-size", options.viewSize, "Size of the view of the stage in percent, in this run")
+        ->check(CLI::Range(0, 100));
+    app.add_option("--fade", options.fade, "Hold the picture's fade at this, 0 to 1")
+        ->check(CLI::Range(0.0, 1.0));
+    app.add_flag("--no-shaders", options.noShaders, "Draw as a machine without shaders does");
     app.add_flag("--check-data", options.checkData, "Read every data file and list what is wrong");
     try {
         app.parse(argc, argv);

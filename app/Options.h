@@ -31,6 +31,11 @@ struct Options {
     int traceEvery = 1;
     std::filesystem::path profile;
     bool checkData = false;
+    // The picture, in this run only.
+    std::optional<bool> postProcessing, flicker;
+    std::optional<int> superSample, viewSize;
+    std::optional<float> fade; // held, 0..1
+    bool noShaders = false;    // as on a machine without them
 };
 
 // None when the program should end at once, with exitCode: after --help or --version (0) or a bad line (1),

@@ -10,6 +10,8 @@
 #include "core/Random.h"
 #include "core/TimerManager.h"
 #include "game/Game.h"
+#include "game/GameCamera.h"
+#include "game/Settings.h"
 #include "input/ControllerManager.h"
 #include "render/GlRenderer.h"
 
@@ -138,6 +140,44 @@ class Recording {
     std::vector<ScreenshotRequest> screenshots_;
 };
 
+// What the command line sets for this run only: put back at its end, unless the player has changed it meanwhile.
+class SettingOverrides {
+  public:
+    SettingOverrides(Settings& settings, const Options& options) : settings_(settings) {
+        set(&Settings::postProcessing, options.postProcessing);
+        set(&Settings::flicker, options.flicker);
+        set(&Settings::superSample, options.superSample);
+        set(&Settings::viewSize, options.viewSize);
+        if (options.postProcessing)
+            Zelkor::engineManagers()->renderer->reloadShaders(*options.postProcessing ? "post" : "direct");
+    }
+    ~SettingOverrides() {
+        for (const Override& each : overrides_)
+            if (settings_.*each.field == each.value) settings_.*each.field = each.before;
+    }
+    SettingOverrides(const SettingOverrides&) = delete;
+
+  private:
+    struct Override {
+        int Settings::*field;
+        int value, before;
+    };
+
+    template <class Value>
+    void set(int Settings::*field, const std::optional<Value>& value) {
+        if (!value) return;
+        overrides_.push_back({field, static_cast<int>(*value), settings_.*field});
+        settings_.*field = static_cast<int>(*value);
+    }
+
+    Settings& settings_;
+    std::vector<Override> overrides_;
+};
+
+Zelkor::GlCapabilities probeWithoutShaders() {
+    return {Zelkor::probeContext().entryPoints, false, false};
+}
+
 void readMouse(Zelkor::GlRenderer& renderer, Zelkor::ControllerManager& controllers) {
     if (!renderer.hasFocus() && renderer.fullscreen) return;
     if (!renderer.window()) return;
@@ -164,6 +204,7 @@ int mainLoop(platform::Platform& system, const Options& options, Game& game, Rec
         }
         if (renderer.active) {
             recording.beforeFrame(frame, controllers, renderer);
+            if (options.fade && game.camera()) game.camera()->fade = *options.fade;
             game.runFrame();
             if (!recording.afterFrame(frame, game, renderer)) exitCode = 1;
             ++frame;
@@ -204,6 +245,7 @@ int runProgram(platform::Platform& system, const Options& options) {
     Zelkor::seedRandom(options.seed ? *options.seed : static_cast<std::uint32_t>(system.counter()));
     managers->timerManager->fixedFrameSeconds = options.step;
 
+    if (options.noShaders) managers->renderer = std::make_unique<Zelkor::GlRenderer>(probeWithoutShaders);
     const DisplaySettings display = chooseDisplay(system, options);
     logLine("init GL renderer");
     if (!managers->renderer->init("test", static_cast<int>(display.width), static_cast<int>(display.height),
@@ -218,6 +260,7 @@ int runProgram(platform::Platform& system, const Options& options) {
 
     logLine("create game");
     auto game = std::make_unique<Game>();
+    auto overrides = std::make_unique<SettingOverrides>(*game->settings, options);
     if (options.stage) game->currentStage = *options.stage;
     game->preloadAssets();
     game->startSession();
@@ -225,6 +268,7 @@ int runProgram(platform::Platform& system, const Options& options) {
     const int exitCode = mainLoop(system, options, *game, recording);
 
     system.showCursor(true);
+    overrides.reset(); // before the game saves its settings
     game.reset();
     managers.reset();
     Zelkor::Log::instance().close();

@@ -1,7 +1,7 @@
 // Writes what the game is doing, for tests and tools: one JSON object a traced frame, one a line.
 #pragma once
 
-#include "render/GpuTimer.h"
+#include "render/GpuPasses.h"
 
 #include <filesystem>
 #include <fstream>
@@ -20,7 +20,8 @@ class TraceWriter {
     int every_;
 };
 
-// The profiler's sections of each frame, CPU microseconds, and the GPU's where the driver measures them.
+// The profiler's sections of each frame, CPU microseconds, and the GPU's where the driver measures them, for the
+// frame and for each pass of the picture.
 class ProfileWriter {
   public:
     explicit ProfileWriter(const std::filesystem::path& file);
@@ -31,4 +32,5 @@ class ProfileWriter {
   private:
     std::ofstream out_;
     Zelkor::GpuTimer gpu_;
+    Zelkor::GpuPasses passes_;
 };

@@ -49,7 +49,7 @@ void main()
     float lit = rung < 0.0 ? 0.86 - 0.5 * smoothstep(0.1, -0.34, place.y - centre) : 0.84 - 0.3 * step(0.0, (place.x - side * 2.25) - 0.1);
     vec3 drawn = pencil(place * vec2(1.6, -1.6) / hatchSpan, lit, 0.8);
     float along = place.y * 0.7 + place.x * 1.3 + redraw() * 2.7;
-    float width = (0.75 + 0.25 * sin(along * 1.7)) * 1.3 * pixel / paperScale();
+    float width = (0.75 + 0.25 * sin(along * 1.7)) * 1.3 * fwidth(place.y) / paperScale().y;
     float border = min(abs(rung), rung > 0.0 ? abs(rail) : 1.0);
     float line = (1.0 - smoothstep(width * 0.5, width * 0.5 + pixel, border)) * (0.7 + 0.3 * sin(along));
     float nail = 1.0 - smoothstep(0.12, 0.12 + pixel, length(vec2(abs(place.x) - 2.25, place.y - centre)));

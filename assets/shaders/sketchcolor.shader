@@ -25,8 +25,9 @@ void main()
     along = dot(rest, vec2(1.1, 0.9)) + redraw() * 2.7;
     float swell = 0.9 + 0.32 * sin(along * 0.9) + 0.2 * sin(along * 2.7 + 1.0);
     vec2 outwards = normal.xy / (length(normal.xy) + 0.0001);
-    float pixels = max(lineWidth * mix(0.5, 1.0, basecolor.a) * swell / paperScale(), 0.6);
-    clip.xy += outwards * pixels * 2.0 / pictureSize() * clip.w;
+    vec2 perPixel = paperScale();
+    float wide = max(lineWidth * mix(0.5, 1.0, basecolor.a) * swell, 0.6 * min(perPixel.x, perPixel.y));
+    clip.xy += outwards * wide / perPixel * 2.0 / pictureSize() * clip.w;
     // Soles, which rest at height 0, would lose their line in the ground: it is drawn up on their edge instead,
     // by coming a little nearer than the boot.
     float sole = (1.0 - smoothstep(0.1, 0.4, abs(gl_MultiTexCoord0.y))) * smoothstep(0.1, 0.5, -normal.y);

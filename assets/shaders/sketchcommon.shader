@@ -15,10 +15,13 @@ vec2 pictureSize()
 {
     return vec2(3.5 / resScale.z, -2.6 / resScale.w);
 }
-// Paper pixels for one pixel of the picture.
-float paperScale()
+// Paper pixels for one pixel of the picture, along x and along y: a picture drawn at twice its height only has narrow
+// pixels. Its true shape is the camera's.
+vec2 paperScale()
 {
-    return 720.0 / pictureSize().y;
+    vec2 size = pictureSize();
+    float shape = gl_ProjectionMatrix[1][1] / gl_ProjectionMatrix[0][0];
+    return 720.0 * vec2(shape / size.x, 1.0 / size.y);
 }
 // The current redraw, 0..3: few and fixed, so that the eye soon knows them all.
 float redraw()

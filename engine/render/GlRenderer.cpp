@@ -342,6 +342,8 @@ void GlRenderer::renderPostEffect(const PostEffectParameters& effect) {
     setViewport(effect.x, effect.y, effect.width, effect.height);
     begin2D();
     engineManagers()->materialManager->applyMaterial(*effect.material);
+    // A pass whose program no longer builds must not paint the picture over with a blank sheet.
+    if (effect.material->shader >= 0 && currentProgram == 0) return;
     glDepthMask(GL_FALSE);
     glDisable(GL_DEPTH_TEST);
     glDisable(GL_CULL_FACE);

@@ -86,6 +86,7 @@ class GlRenderer final : public Renderer {
     TextureList& textures() { return textures_; }
     int createRenderTarget(const std::string& name, int width, int height) override;
     void bindRenderTarget(int index, bool clear) override;
+    void bindPostBuffer(int index) override { bindRenderTarget(index, false); }
     void resizeRenderTarget(int index, int width, int height) override;
     const RenderTarget& renderTarget(int index) { return targets_[index]; }
 

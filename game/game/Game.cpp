@@ -11,9 +11,9 @@
 #include "game/Session.h"
 #include "game/Settings.h"
 #include "input/ControllerManager.h"
+#include "render/GpuPasses.h"
 #include "render/MaterialManager.h"
 #include "render/Renderer.h"
-#include "render/SceneDrawing.h"
 #include "resources/UnitManager.h"
 #include "world/EventList.h"
 #include "world/TileGrid.h"
@@ -36,6 +36,8 @@ float randomStroke() {
     return static_cast<float>(randomInt() % 128) * 0.0078125f;
 }
 
+// Without any of them, the picture is drawn without its chain of passes.
+constexpr const char* chainShaders[] = {"post", "blur1", "blur2"};
 constexpr const char* sharedMaterials[] = {"robot", "ts1", "train"};
 constexpr const char* sharedMeshes[] = {
     "bullet", "bomb1",  "bombfish", "pickups/cake1", "pickups/cake2", "tiles/tiles6/bridge_plank",
@@ -84,15 +86,23 @@ void Game::preloadAssets() {
     EngineManagers& engine = *engineManagers();
     for (const char* material : sharedMaterials)
         engine.materialManager->loadMaterialFile(material);
+    bool chainWorks = true;
+    for (const char* shader : chainShaders)
+        if (engine.renderer->loadShader(shader) < 0) chainWorks = false;
+    if (!chainWorks) {
+        settings->postProcessing = 0;
+        engine.renderer->reloadShaders("direct");
+    }
     for (const char* mesh : sharedMeshes)
         engine.unitManager->preloadMaterials(mesh);
-    // The picture's passes, particle effects and sounds are loaded here as those parts of the game arrive.
+    // Particle effects and sounds are loaded here as those parts of the game arrive.
 }
 
 void Game::startSession() {
     session.reset(); // before the new one: both use the same actor manager
     session = std::make_unique<Session>(*thingyManager);
     session->start(currentStage);
+    postChain.setUp();
 }
 
 // The order of a frame. Everything moves before anything is drawn; the input's previous states are taken
@@ -132,20 +142,15 @@ void Game::gameStep() {
     if (session) session->update(timer->delta);
 }
 
-// Straight to the window.
 void Game::render() {
-    Renderer& renderer = *engineManagers()->renderer;
-    Camera& view = session->camera->view;
-    if (renderer.aspect > 0) view.aspect = renderer.aspect;
-    renderer.bindRenderTarget(0, true);
-    renderer.setViewport(0, 0, 1, 1);
     ++engineManagers()->unitManager->frameNumber; // every unit that is seen is animated once
-    renderScene(session->scene, view);
+    postChain.draw(*session->camera, *settings);
 }
 
 void Game::renderGui() {
     // Nothing to draw yet; the section keeps its place in the profile.
     const ProfileSection section(ProfileId::renderGui);
+    const GpuPass pass("gui");
 }
 
 void Game::flickerSketch() {

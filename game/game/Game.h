@@ -1,6 +1,8 @@
 // The single object of the game layer.
 #pragma once
 
+#include "game/PostChain.h"
+
 #include <memory>
 #include <string>
 
@@ -43,6 +45,7 @@ class Game {
     std::unique_ptr<Session> session;
     bool quitRequested = false;
     int currentStage = 0;
+    PostChain postChain;
 
   private:
     void runSubsteps();

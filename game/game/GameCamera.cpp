@@ -2,6 +2,7 @@
 
 #include "VirtualKeys.h"
 #include "actors/Thingy.h"
+#include "audio/AudioManager.h"
 #include "core/EngineManagers.h"
 #include "core/TimerManager.h"
 #include "input/ControllerManager.h"
@@ -57,6 +58,9 @@ GameCamera::GameCamera(Scene& scene) {
 
 GameCamera::~GameCamera() {
     if (panActive) timer("game").paused = 0;
+    const EngineManagers* engine = engineManagers();
+    if (engine && engine->audioManager && engine->audioManager->listener == &view)
+        engine->audioManager->listener = nullptr;
 }
 
 void GameCamera::update() {

@@ -71,7 +71,8 @@ void Session::setUpView() {
     sun.position = sunPosition;
     scene.lights.push_back(sun);
     camera->view.backgroundShader = renderer.loadShader("paper");
-    camera->view.backgroundTexture = renderer.getTexture("paper");
+    // The grain is no picture of paper by itself: without its program the sheet stays blank.
+    if (camera->view.backgroundShader >= 0) camera->view.backgroundTexture = renderer.getTexture("paper");
 }
 
 void Session::update(float dt) {
