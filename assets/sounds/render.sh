@@ -9,10 +9,12 @@ bench=$(dirname "$0")
 name=$(basename "$recipe" .sound)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+: >"$work/log"
 
 fail() {
   echo "$recipe: $1" >&2
-  grep -E 'error|line|>>>' "$work/log" 2>/dev/null | head -20 >&2
+  # csound colours its messages and writes zero bytes into them.
+  tr -d '\000\033' <"$work/log" | sed 's/\[m//g' | grep -aE 'rror|line|>>>|[Uu]nexpected|nvalid' | head -20 >&2 || true
   exit 1
 }
 
@@ -54,6 +56,7 @@ while [ "$take" -le "$takes" ]; do
   file=$folder/$name.wav
   [ "$take" -eq 1 ] || file=${folder}/${name}_$take.wav
   sox -V1 -D -R "$work/all.au" -b 16 "$file" trim $(((take - 1) * apart)) "$seconds" \
-    highpass 25 fade h "$rise" "$seconds" "$fall" gain -n "$peak" || fail "sox does not cut take $take"
+    highpass 25 fade h "$rise" "$seconds" "$fall" gain -n "$peak" stats 2>"$work/log" || fail "sox does not cut take $take"
+  ! grep -q 'Pk lev dB *-inf' "$work/log" || fail "take $take is silent"
   take=$((take + 1))
 done
