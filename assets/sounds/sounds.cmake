@@ -21,3 +21,12 @@ foreach(recipe ${recipes})
     VERBATIM)
   list(APPEND dataFiles ${takeFiles})
 endforeach()
+
+# Menus ask for this one in two spellings, and file names here tell them apart.
+add_custom_command(
+  OUTPUT ${dataFolder}/sound/dropBalloon.wav
+  COMMAND ${CMAKE_COMMAND} -E copy ${dataFolder}/sound/dropballoon.wav ${dataFolder}/sound/dropBalloon.wav
+  DEPENDS ${dataFolder}/sound/dropballoon.wav
+  COMMENT "Copying dropBalloon"
+  VERBATIM)
+list(APPEND dataFiles ${dataFolder}/sound/dropBalloon.wav)

@@ -28,9 +28,10 @@ constexpr Expected expected[] = {
     {"boss2fire", 1, 1.5, 2},      {"boss2punch", 1, 0.4, 1},       {"boss2punchload", 1, 0.4, 0.6},
     {"boss3grapple", 1, 0.3, 0.7}, {"boss3linkclaw", 1, 0.2, 0.5},  {"boss3rope", 1, 0.4, 0.8},
     {"boss3punch", 1, 0.3, 0.6},   {"cartjump", 1, 0.2, 0.5},       {"cartland", 1, 0.3, 0.6},
-    {"dropballoon", 1, 0.2, 0.5},  {"fullballoon", 2, 0.1, 0.2},    {"duck", 3, 0.15, 0.4},
-    {"elecbeam", 1, 1.2, 1.2},     {"firebomb", 2, 0.6, 1.2},       {"laser", 3, 0.2, 0.4},
-    {"pickup", 1, 0.3, 0.6},       {"playerdie", 1, 1, 1.6},        {"playerhurt", 3, 0.2, 0.4},
+    {"dropballoon", 1, 0.2, 0.5},  {"dropBalloon", 1, 0.2, 0.5},    {"fullballoon", 2, 0.1, 0.2},
+    {"duck", 3, 0.15, 0.4},        {"elecbeam", 1, 1.2, 1.2},       {"firebomb", 2, 0.6, 1.2},
+    {"laser", 3, 0.2, 0.4},        {"pickup", 1, 0.3, 0.6},         {"playerdie", 1, 1, 1.6},
+    {"playerhurt", 3, 0.2, 0.4},
 };
 
 fs::path pathOf(const std::string& name, int take) {
