@@ -143,6 +143,13 @@ void addFieldPart(const Model& model, const Part& part, const Surface& surface, 
                            corners[static_cast<std::size_t>(t[2])]});
 }
 
+Vec3 middle(const Surface& surface) {
+    Vec3 sum;
+    for (const Vec3& p : surface.positions)
+        sum += p;
+    return surface.positions.empty() ? sum : sum * (1 / static_cast<float>(surface.positions.size()));
+}
+
 void addPiece(const Model& model, const Part& part, const Piece& piece, Assembly& assembly) {
     Surface local = piece.surface;
     if (curves(piece.warps)) {
@@ -180,6 +187,8 @@ void addPiece(const Model& model, const Part& part, const Piece& piece, Assembly
         }
     }
 
+    // Equal pieces of one model show different parts of the drawing: each lies on it where it stands.
+    const Vec3 shift = middle(placed) - middle(local);
     const std::vector<BoneSegment> segments = model.rig.segments();
     const float together = std::cos(radians(piece.smoothAngle)) - 1e-4f;
     assembly.beginBatch(part, piece.mapping);
@@ -189,7 +198,7 @@ void addPiece(const Model& model, const Part& part, const Piece& piece, Assembly
             const auto index = static_cast<std::size_t>(placed.triangles[i][k]);
             Corner& corner = corners[k];
             corner.position = placed.positions[index];
-            corner.local = local.positions[index];
+            corner.local = local.positions[index] + shift;
             for (const Face& face : faces[static_cast<std::size_t>(spot[index])]) {
                 corner.hull += face.normal * face.angle;
                 if (dot(face.normal, faceNormals[i]) >= together) corner.normal += face.normal * face.angle;
