@@ -159,10 +159,13 @@ void Game::flickerSketch() {
     flickerTimer_ = 0;
     if (settings->flicker == 0) return;
     EngineManagers& engine = *engineManagers();
+    float x = 0, y = 0;
     for (const char* name : sketchShaders) {
         const int shader = engine.renderer->loadShader(name);
-        const float y = randomStroke();
-        const float x = randomStroke(); // drawn after y: recorded runs depend on the order
+        y = randomStroke();
+        x = randomStroke(); // drawn after y: recorded runs depend on the order
         engine.materialManager->setSketchOffset(shader, x, y, 0, 0);
     }
+    // The picture's last pass lets lines wander on the same tick; it draws no numbers of its own.
+    engine.materialManager->setSketchOffset(engine.renderer->loadShader("post"), x, y, 0, 0);
 }
