@@ -1,6 +1,6 @@
 VERTEX
 #version 120
-// The second blur: wide and round, over the whole small picture.
+// The second blur: upwards and down, over the whole small picture.
 varying vec2 at;
 void main()
 {
@@ -11,17 +11,15 @@ PIXEL
 #version 120
 uniform sampler2D tex;
 varying vec2 at;
+// Six readings between neighbours; the lower half leans the other way.
+vec4 column(float x)
+{
+    vec4 sum = texture2D(tex, at + vec2(x, 0.8) / 256.0) + texture2D(tex, at + vec2(-x, -0.8) / 256.0);
+    sum += (texture2D(tex, at + vec2(-x, 2.6) / 256.0) + texture2D(tex, at + vec2(x, -2.6) / 256.0)) * 0.7;
+    sum += (texture2D(tex, at + vec2(x, 4.5) / 256.0) + texture2D(tex, at + vec2(-x, -4.5) / 256.0)) * 0.25;
+    return sum / 3.9;
+}
 void main()
 {
-    vec3 sum = vec3(0.0);
-    float weights = 0.0;
-    for (int y = -2; y <= 2; ++y)
-        for (int x = -2; x <= 2; ++x)
-        {
-            vec2 step = vec2(float(x), float(y));
-            float weight = exp(-0.4 * dot(step, step));
-            sum += weight * texture2D(tex, at + step * 1.5 / 256.0).rgb;
-            weights += weight;
-        }
-    gl_FragColor = vec4(sum / weights, 1.0);
+    gl_FragColor = (column(0.8) + column(-0.8)) * 0.5;
 }

@@ -54,5 +54,5 @@ void main()
     float line = (1.0 - smoothstep(width * 0.5, width * 0.5 + pixel, border)) * (0.7 + 0.3 * sin(along));
     float nail = 1.0 - smoothstep(0.12, 0.12 + pixel, length(vec2(abs(place.x) - 2.25, place.y - centre)));
     float ink = max(line, nail) * mix(0.6, 1.0, paperGrain());
-    gl_FragColor = vec4(mix(drawn, graphite, ink), 1.0);
+    gl_FragColor = vec4(mix(drawn, graphite, ink), surfaceMark);
 }

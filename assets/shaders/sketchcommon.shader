@@ -33,3 +33,11 @@ vec2 redrawJump()
     float choice = redraw();
     return vec2(0.36 * choice + 0.05 * choice * choice, 0.27 * choice);
 }
+// Turns a place so that the strokes found there rise to the right by so many degrees. In the texture it is 42.
+vec2 strokesAt(vec2 place, float degrees)
+{
+    float turn = radians(degrees - 42.0);
+    float c = cos(turn);
+    float s = sin(turn);
+    return vec2(c * place.x - s * place.y, s * place.x + c * place.y);
+}

@@ -8,8 +8,5 @@ float sunlight(vec3 normal, vec3 point)
     if (bright < 0.01 || dot(towards, towards) < 0.0001) towards = vec3(-0.45, 0.75, 0.5);
     return clamp(dot(normal, normalize(towards)) * 0.55 + 0.45, 0.0, 1.0);
 }
-// Where a fixed thing is drawn: measured from the sun, which stands still in the world as the view moves.
-vec3 drawingPlace(vec3 point)
-{
-    return gl_LightSource[0].position.w > 0.5 ? point - gl_LightSource[0].position.xyz : gl_Vertex.xyz;
-}
+INCLUDE
+sketchdepth

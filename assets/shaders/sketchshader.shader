@@ -8,5 +8,5 @@ INCLUDE
 sketchfigurepixel
 void main()
 {
-    gl_FragColor = vec4(figureColour(), 1.0);
+    gl_FragColor = vec4(figureColour(), figureMark);
 }

@@ -5,6 +5,8 @@ VERTEX
 uniform float scaleX;
 uniform float scaleY;
 uniform float scale;
+// Degrees by which strokes rise to the right.
+uniform float strokeAngle;
 varying vec2 place;
 INCLUDE
 sketchcommon
@@ -12,7 +14,7 @@ void main()
 {
     // 0 where the material has no such parameter.
     vec2 repeat = vec2(scaleX > 0.0 ? scaleX : 1.0, scaleY > 0.0 ? scaleY : 1.0);
-    place = gl_MultiTexCoord0.xy * repeat * (0.7 / (hatchSpan * max(scale, 0.01)));
+    place = strokesAt(gl_MultiTexCoord0.xy * repeat * (0.7 / (hatchSpan * max(scale, 0.01))), strokeAngle);
     gl_Position = gl_ModelViewProjectionMatrix * gl_Vertex;
 }
 PIXEL
@@ -29,5 +31,5 @@ sketchsurface
 void main()
 {
     float tone = 0.93 + toneHigh;
-    gl_FragColor = vec4(mix(pencil(place, tone, 0.05 * drift(place), 0.5), paperColour, 0.3), 1.0);
+    gl_FragColor = vec4(mix(pencil(place, tone, 0.05 * drift(place), 0.5), paperColour, 0.3), surfaceMark);
 }

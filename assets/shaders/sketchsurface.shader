@@ -4,7 +4,7 @@
 uniform vec4 wash;
 vec3 washColour()
 {
-    return wash.a > 0.0 ? basecolor.rgb * wash.rgb : basecolor.rgb;
+    return onPaper(wash.a > 0.0 ? basecolor.rgb * wash.rgb : basecolor.rgb);
 }
 float paperGrain()
 {
