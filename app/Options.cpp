@@ -33,7 +33,10 @@ std::optional<Options> parseCommandLine(int argc, const char* const* argv, int& 
     CLI::App app("Rustpike: a platform shooter drawn in pencil. Without arguments it plays.", "rustpike");
     app.set_version_flag("--version", "rustpike " RUSTPIKE_VERSION);
     app.add_option("--data", options.data, "The data folder")->type_name("DIR");
-    app.add_flag("--headless", options.headless, "No window, no sound card, no message box");
+    app.add_option("--settings", options.settings, "The folder of the settings file, instead of the player's")
+        ->type_name("DIR");
+    app.add_flag("--headless", options.headless,
+                 "No window, no sound card, no message box, and no settings file without --settings");
     app.add_option_function<std::string>(
            "--size",
            [&](const std::string& text) {

@@ -18,6 +18,7 @@ struct WindowSize {
 
 struct Options {
     std::filesystem::path data; // empty: look for it
+    std::filesystem::path settings; // the folder of the settings file; empty: the player's own
     bool headless = false;
     std::optional<WindowSize> size;
     std::optional<bool> fullscreen;

@@ -17,31 +17,32 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <fstream>
 #include <memory>
+#include <optional>
 
 using Zelkor::logLine;
 
 namespace {
 
-struct DisplaySettings {
-    unsigned width = 1280, height = 720;
-    int fullscreen = 0;
-};
+constexpr unsigned smallestSize = 16, largestSize = 16384; // pixels
 
-// The first two lines of the settings file; a failed read leaves that value and the following ones.
-void readDisplaySettings(const std::filesystem::path& file, DisplaySettings& settings) {
-    std::ifstream in(file);
-    if (!in) return;
+// Without --settings, a run that nobody sees neither follows the player's file nor touches it.
+std::optional<std::filesystem::path> settingsFolder(const Options& options) {
+    if (!options.settings.empty()) return options.settings;
+    return options.headless ? std::nullopt : Settings::playersFolder();
+}
+
+// A window too small to be found is not what the player chose.
+void readStoredDisplay(const std::filesystem::path& folder, DisplaySettings& settings) {
+    const auto content = Settings::readFile(folder);
+    if (!content) return;
     logLine("load save file");
-    std::string word;
-    unsigned width = 0, height = 0;
-    int fullscreen = 0;
-    if (!(in >> word >> width)) return;
-    settings.width = width;
-    if (!(in >> height)) return;
-    settings.height = height;
-    if (in >> word >> fullscreen) settings.fullscreen = fullscreen;
+    DisplaySettings stored = settings;
+    readDisplaySettings(content->text, stored);
+    settings.fullscreen = stored.fullscreen;
+    if (stored.width < smallestSize || stored.height < smallestSize) return;
+    settings.width = std::min(stored.width, largestSize);
+    settings.height = std::min(stored.height, largestSize);
 }
 
 // Full screen keeps a size the display offers, else takes the desktop's; a window is never larger than the
@@ -65,10 +66,10 @@ void fitToDisplay(platform::Platform& system, DisplaySettings& settings) {
     settings.height = static_cast<unsigned>(desktop->height);
 }
 
-DisplaySettings chooseDisplay(platform::Platform& system, const Options& options) {
+DisplaySettings chooseDisplay(platform::Platform& system, const Options& options,
+                              const std::optional<std::filesystem::path>& folder) {
     DisplaySettings settings;
-    if (const auto documents = system.documentsFolder())
-        readDisplaySettings(*documents / "Games" / "Rustpike" / "settings.sav", settings);
+    if (folder) readStoredDisplay(*folder, settings);
     if (options.fullscreen) settings.fullscreen = *options.fullscreen;
     if (options.size) {
         settings.width = static_cast<unsigned>(options.size->width);
@@ -246,7 +247,8 @@ int runProgram(platform::Platform& system, const Options& options) {
     managers->timerManager->fixedFrameSeconds = options.step;
 
     if (options.noShaders) managers->renderer = std::make_unique<Zelkor::GlRenderer>(probeWithoutShaders);
-    const DisplaySettings display = chooseDisplay(system, options);
+    const auto folder = settingsFolder(options);
+    const DisplaySettings display = chooseDisplay(system, options, folder);
     logLine("init GL renderer");
     if (!managers->renderer->init("test", static_cast<int>(display.width), static_cast<int>(display.height),
                                   32, display.fullscreen != 0)) {
@@ -259,7 +261,7 @@ int runProgram(platform::Platform& system, const Options& options) {
     managers->controllerManager->startJoysticks();
 
     logLine("create game");
-    auto game = std::make_unique<Game>();
+    auto game = std::make_unique<Game>(folder);
     auto overrides = std::make_unique<SettingOverrides>(*game->settings, options);
     if (options.stage) game->currentStage = *options.stage;
     game->preloadAssets();

@@ -18,6 +18,9 @@
 #include "world/EventList.h"
 #include "world/TileGrid.h"
 
+#include <algorithm>
+#include <utility>
+
 using namespace Zelkor;
 
 namespace {
@@ -25,6 +28,7 @@ namespace {
 Game* currentGame = nullptr;
 
 constexpr float flickerPeriod = 0.09f; // seconds
+constexpr float musicGain = 0.3f;      // music stays below the effects
 // The programs that draw with sketch strokes.
 constexpr const char* sketchShaders[] = {"sketchshader",       "sketchalphashader", "sketchstatic",
                                          "sketchshaderflat",   "sketchparticle",    "sketchcolor",
@@ -45,7 +49,8 @@ constexpr const char* sharedMeshes[] = {
 
 } // namespace
 
-Game::Game() : settings(std::make_unique<Settings>()) {
+Game::Game(std::optional<std::filesystem::path> settingsFolder)
+    : settings(std::make_unique<Settings>(std::move(settingsFolder))) {
     engineManagers()->renderer->reloadShaders("post");
     TimerManager& timers = TimerManager::instance();
     timers.addTimer("game");
@@ -54,9 +59,13 @@ Game::Game() : settings(std::make_unique<Settings>()) {
     timers.addTimer("player");
     currentGame = this;
     thingyManager = std::make_unique<ThingyManager>();
+    engineManagers()->audioManager->musicGain = musicGain;
+    settings->load();
+    currentStage = std::clamp(settings->unlockedStage, 0, stageCount - 1);
 }
 
 Game::~Game() {
+    settings->save(); // before anything it asks is gone
     session.reset();
     thingyManager.reset();
     if (currentGame == this) currentGame = nullptr;
@@ -89,10 +98,7 @@ void Game::preloadAssets() {
     bool chainWorks = true;
     for (const char* shader : chainShaders)
         if (engine.renderer->loadShader(shader) < 0) chainWorks = false;
-    if (!chainWorks) {
-        settings->postProcessing = 0;
-        engine.renderer->reloadShaders("direct");
-    }
+    if (!chainWorks) settings->setOption(Settings::optionPostProcessing, 0);
     for (const char* mesh : sharedMeshes)
         engine.unitManager->preloadMaterials(mesh);
     // Particle effects and sounds are loaded here as those parts of the game arrive.

@@ -3,7 +3,9 @@
 
 #include "game/PostChain.h"
 
+#include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 
 class EventList;
@@ -18,8 +20,9 @@ class Game {
     static constexpr int stageCount = 20;
 
     // Registers itself as the game that get() answers, and the timers "game", "paused", "boss" and "player".
-    // The managers must exist.
-    Game();
+    // The managers must exist. settingsFolder: where options and progress are loaded from, and saved to when the
+    // game ends; none keeps them in memory.
+    explicit Game(std::optional<std::filesystem::path> settingsFolder = {});
     ~Game();
     Game(const Game&) = delete;
 
