@@ -96,6 +96,7 @@ std::optional<Options> parseCommandLine(int argc, const char* const* argv, int& 
     app.add_option("--fade", options.fade, "Hold the picture's fade at this, 0 to 1")
         ->check(CLI::Range(0.0, 1.0));
     app.add_flag("--no-shaders", options.noShaders, "Draw as a machine without shaders does");
+    app.add_flag("--show-profiler", options.showProfiler, "Show where the time of each frame goes");
     app.add_flag("--check-data", options.checkData, "Read every data file and list what is wrong");
     try {
         app.parse(argc, argv);

@@ -37,6 +37,7 @@ struct Options {
     std::optional<int> superSample, viewSize;
     std::optional<float> fade; // held, 0..1
     bool noShaders = false;    // as on a machine without them
+    bool showProfiler = false;
 };
 
 // None when the program should end at once, with exitCode: after --help or --version (0) or a bad line (1),

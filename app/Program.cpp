@@ -258,6 +258,7 @@ int runProgram(platform::Platform& system, const Options& options) {
     }
     logLine("init profiler");
     managers->debugManager->startUp();
+    managers->debugManager->showProfiler = options.showProfiler;
     managers->controllerManager->startJoysticks();
 
     logLine("create game");

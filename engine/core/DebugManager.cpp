@@ -2,9 +2,22 @@
 
 #include "Platform.h"
 #include "core/EngineManagers.h"
+#include "gui/GuiWorkspace.h"
+#include "gui/OverlayManager.h"
 #include "render/Renderer.h"
 
 namespace Zelkor {
+
+namespace {
+
+// Where the columns of the overlay stand, in fractions of the screen.
+constexpr float columnsX[] = {0.01f, 0.31f, 0.41f, 0.51f};
+constexpr float overlayTop = 0.01f, overlayDepth = 40, columnWidth = 0.2f, columnHeight = 1.2f;
+constexpr float overlayTextHeight = 0.04f;
+// Pencil on paper.
+constexpr Vec4 overlayColour{0.16f, 0.16f, 0.2f, 1};
+
+} // namespace
 
 DebugManager::DebugManager() = default;
 DebugManager::~DebugManager() = default;
@@ -13,6 +26,8 @@ void DebugManager::startUp() {
     showProfiler = false;
     overlayCountdown_ = 0;
     ticksPerMicrosecond_ = static_cast<double>(platform::current()->counterFrequency()) / 1'000'000;
+    if (engineManagers() && engineManagers()->overlayManager)
+        overlayWorkspace_ = std::make_unique<GuiScreenWorkspace>(true);
     endFrame();
 }
 
@@ -65,6 +80,7 @@ void DebugManager::endFrame() {
         const int parent = finished_[row].parent;
         finished_[row].depth = parent < 0 ? 0 : finished_[parent].depth + 1;
     }
+    if (overlayWorkspace_) overlayWorkspace_->root.visible = showProfiler;
     if (showProfiler) refreshOverlay();
     rows_.fill({});
     current_ = parent_ = -1;
@@ -84,6 +100,25 @@ void DebugManager::refreshOverlay() {
         overlay_.calls += std::to_string(row.calls) + '\n';
         overlay_.microseconds += std::to_string(static_cast<std::int64_t>(spent)) + '\n';
         overlay_.microsecondsPerCall += std::to_string(static_cast<std::int64_t>(spent / row.calls)) + '\n';
+    }
+    showOverlay();
+}
+
+void DebugManager::showOverlay() {
+    if (!overlayWorkspace_) return;
+    const EngineManagers& engine = *engineManagers();
+    engine.overlayManager->bringToFront(*overlayWorkspace_);
+    overlayWorkspace_->root.deleteChildren();
+    const std::string* texts[] = {&overlay_.names, &overlay_.calls, &overlay_.microseconds,
+                                  &overlay_.microsecondsPerCall};
+    for (std::size_t column = 0; column < std::size(texts); ++column) {
+        GuiObject& text = *overlayWorkspace_->root.createChild(GuiKind::text, columnsX[column], overlayTop,
+                                                               overlayDepth, columnWidth, columnHeight);
+        text.setFont("FONT2");
+        text.setTextParam(overlayTextHeight);
+        text.setCharHeight(1 / engine.renderer->aspect);
+        text.setText(*texts[column]);
+        text.colour = overlayColour;
     }
 }
 

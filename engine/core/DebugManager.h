@@ -6,12 +6,14 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
 
 namespace Zelkor {
 
+class GuiWorkspace;
 struct ColouredLine;
 struct Vec3;
 
@@ -58,6 +60,8 @@ class DebugManager {
     // Once a frame: closes "frame", refreshes the overlay, forgets rows and lines, opens "frame" again.
     void endFrame();
 
+    // The overlay as it is drawn; null before startUp or without an overlay manager.
+    const GuiWorkspace* overlayWorkspace() const { return overlayWorkspace_.get(); }
     // The text of the overlay. It changes every overlayPeriod frames, and only while showProfiler is set.
     const OverlayColumns& overlayColumns() const { return overlay_; }
     // The rows of the frame that ended at the last endFrame, until the next one.
@@ -72,6 +76,7 @@ class DebugManager {
 
   private:
     void refreshOverlay();
+    void showOverlay();
 
     std::array<ProfileRow, maxRows> rows_;
     std::array<ProfileRow, maxRows> finished_;
@@ -81,6 +86,7 @@ class DebugManager {
     int overlayCountdown_ = 0; // frames since the text was rebuilt
     double ticksPerMicrosecond_ = 0;
     OverlayColumns overlay_;
+    std::unique_ptr<GuiWorkspace> overlayWorkspace_;
     std::vector<ColouredLine> lines_; // reused from frame to frame
 };
 

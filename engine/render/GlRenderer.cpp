@@ -41,6 +41,7 @@ void GlRenderer::present() {
         window_->swapBuffers();
     }
     clearColourAndDepth();
+    guiBatches = std::exchange(guiBatchesInFrame_, 0);
 }
 
 // begin2D leaves the projection on its stack; nothing needs it back, but the stack must not grow.
@@ -120,6 +121,7 @@ void GlRenderer::applyCamera(const Camera& camera) {
     glMatrixMode(GL_MODELVIEW);
     glLoadIdentity();
     modMatrix = {};
+    currentCamera = camera;
     cameraPosition_ = camera.position;
     cameraOrientation_ = camera.orientation;
     setViewTransform(camera.position, camera.orientation, {1, 1, 1});

@@ -22,9 +22,6 @@ struct GlCapabilities {
     bool framebuffers = false; // framebuffer objects
 };
 
-// What translucent pencil work keeps of each colour.
-inline constexpr Vec4 pencilTint{0.84f, 0.65f, 0.62f, 1.0f};
-
 // Looks the entry points up.
 GlCapabilities probeContext();
 
@@ -105,8 +102,9 @@ class GlRenderer final : public Renderer {
     // Shadow casters of the lights last set up, 0..4.
     int shadowCasterCount() const { return shadowCasterCount_; }
 
-    // Nothing is drawn here yet: there are no interface items and no particle systems to draw.
-    void renderGuiObject(bool) override {}
+    // Draws guiList.
+    void renderGuiObject(bool tint) override;
+    // Nothing is drawn here yet: there are no particle systems to draw.
     void renderParticles(ParticleSystem&) override {}
     // Nothing calls the first, and the second belongs to a shadow pass, which is never drawn.
     void buildStaticBatch(const Scene&) override {}
@@ -142,6 +140,8 @@ class GlRenderer final : public Renderer {
     void bindTextureUnit(const TextureUnit& unit, int index);
     const ShaderProgram* boundProgram() const;
 
+    void setGuiTexture(const GuiBatch& batch);
+
     // Meshes.
     Material& edgeMaterial();
     Material& materialInUse(RenderItem& item, const Unit& unit);
@@ -165,6 +165,7 @@ class GlRenderer final : public Renderer {
     int shadowCasterCount_ = 0;
     Material* edge_ = nullptr;
     bool outlining_ = false;
+    int guiBatchesInFrame_ = 0; // drawn since the last present
 };
 
 } // namespace Zelkor

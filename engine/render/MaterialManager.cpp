@@ -110,6 +110,33 @@ void MaterialManager::removeCopy(Material* copy) {
     copyPlaces_.erase(place);
 }
 
+void MaterialManager::loadFonts(const std::string& path) {
+    const auto reader = openDataTokens(path);
+    if (!reader) return;
+    for (Font& read : readFonts(*reader)) {
+        if (!read.textureName.empty()) read.texture = engineManagers()->renderer->getTexture(read.textureName);
+        const int known = findFont(read.name);
+        if (known == 0) fonts_.push_back(std::make_unique<Font>());
+        *fonts_[known > 0 ? static_cast<std::size_t>(known) - 1 : fonts_.size() - 1] = std::move(read);
+    }
+}
+
+int MaterialManager::findFont(const std::string& name) const {
+    const auto found =
+        std::find_if(fonts_.begin(), fonts_.end(), [&](const auto& font) { return font->name == name; });
+    return found == fonts_.end() ? 0 : static_cast<int>(found - fonts_.begin()) + 1;
+}
+
+const Font* MaterialManager::font(int handle) const {
+    const bool exists = handle > 0 && handle <= static_cast<int>(fonts_.size());
+    return exists ? fonts_[static_cast<std::size_t>(handle) - 1].get() : nullptr;
+}
+
+GlyphRect MaterialManager::glyphRect(int handle, char character) const {
+    const Font* found = font(handle);
+    return found ? found->glyph(character) : GlyphRect{};
+}
+
 void MaterialManager::applyMaterial(Material& material) {
     ProfileSection section(ProfileId::setMaterial);
     engineManagers()->renderer->applyMaterialState(material);

@@ -2,6 +2,7 @@
 // made for single objects.
 #pragma once
 
+#include "gui/Font.h"
 #include "render/Material.h"
 
 #include <list>
@@ -10,6 +11,7 @@
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <vector>
 
 namespace Zelkor {
 
@@ -34,6 +36,16 @@ class MaterialManager {
     Material* copyMaterial(const Material& source);
     void removeCopy(Material* copy);
 
+    // Adds the fonts of a description of the data folder, as "sample.fnt"; those of known names are replaced.
+    // Nothing when it is missing.
+    void loadFonts(const std::string& path);
+    // 1 and above, valid as long as the manager; 0 when there is no font of that name.
+    int findFont(const std::string& name) const;
+    // Null for 0 and other numbers of no font.
+    const Font* font(int handle) const;
+    // All zero for letters and fonts that do not exist.
+    GlyphRect glyphRect(int font, char character) const;
+
     // Makes the material the one that draws next: program, parameters, textures and fixed state.
     void applyMaterial(Material& material);
 
@@ -47,6 +59,7 @@ class MaterialManager {
     std::unordered_set<std::string> defined_; // by files
     std::list<std::unique_ptr<Material>> copies_;
     std::unordered_map<const Material*, std::list<std::unique_ptr<Material>>::iterator> copyPlaces_;
+    std::vector<std::unique_ptr<Font>> fonts_;
 };
 
 } // namespace Zelkor

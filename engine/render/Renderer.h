@@ -2,6 +2,7 @@
 #pragma once
 
 #include "math/Math.h"
+#include "render/GuiDrawList.h"
 #include "render/Material.h"
 #include "resources/Scene.h"
 #include "resources/Unit.h"
@@ -21,6 +22,9 @@ class ParticleSystem;
 struct ColouredLine {
     Vec3 from, to, colour;
 };
+
+// What translucent pencil work keeps of each colour.
+inline constexpr Vec4 pencilTint{0.84f, 0.65f, 0.62f, 1.0f};
 
 struct PostEffectParameters {
     Material* material = nullptr;
@@ -97,6 +101,9 @@ class Renderer {
     int drawnUnits = 0;       // in the lists of the last scene drawn
     double runningTime = 0; // seconds of the timer "main" presented
     Mat4 modMatrix;         // mirrors the model-view matrix
+    Camera currentCamera;   // of the last applyCamera
+    GuiDrawList guiList;    // what renderGuiObject draws
+    int guiBatches = 0;     // interface draws of the last frame presented
     bool shadersSupported = false;
     bool framebuffersSupported = true;
 };

@@ -10,6 +10,7 @@
 #include "game/GameCamera.h"
 #include "game/Session.h"
 #include "game/Settings.h"
+#include "gui/OverlayManager.h"
 #include "input/ControllerManager.h"
 #include "render/GpuPasses.h"
 #include "render/MaterialManager.h"
@@ -52,6 +53,7 @@ constexpr const char* sharedMeshes[] = {
 Game::Game(std::optional<std::filesystem::path> settingsFolder)
     : settings(std::make_unique<Settings>(std::move(settingsFolder))) {
     engineManagers()->renderer->reloadShaders("post");
+    engineManagers()->materialManager->loadFonts("sample.fnt");
     TimerManager& timers = TimerManager::instance();
     timers.addTimer("game");
     timers.addTimer("paused").paused = 1;
@@ -154,9 +156,11 @@ void Game::render() {
 }
 
 void Game::renderGui() {
-    // Nothing to draw yet; the section keeps its place in the profile.
     const ProfileSection section(ProfileId::renderGui);
     const GpuPass pass("gui");
+    OverlayManager& overlays = *engineManagers()->overlayManager;
+    overlays.update(TimerManager::instance().frameSeconds);
+    overlays.draw();
 }
 
 void Game::flickerSketch() {
