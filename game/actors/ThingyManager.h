@@ -34,8 +34,10 @@ std::unique_ptr<Thingy> createActor(Zelkor::Unit& unit) {
 namespace SpawnType {
 inline constexpr int player = 1;
 inline constexpr int rail = 42;
+inline constexpr int bounceShroom = 45;
 inline constexpr int pickup = 71;
 inline constexpr int bloodSplatter = 100;
+inline constexpr int weaponDrop = 101;
 inline constexpr int tileFall = 102;
 inline constexpr int marker = 200; // nothing to see, only a place
 } // namespace SpawnType

@@ -94,6 +94,11 @@ TileRecord* TileGrid::tileAt(const Vec3& point, int mask) const {
     return record && (record->type & mask) != 0 ? record : nullptr;
 }
 
+Vec3 TileGrid::cellCentre(const Vec3& point) const {
+    return {originX_ + tileSize * static_cast<float>(columnOf(point.x)),
+            originY_ + tileSize * static_cast<float>(rowOf(point.y)), 0};
+}
+
 void TileGrid::setCell(int column, int row, TileRecord* record) {
     if (include(column, row)) cell(column, row) = record;
 }
@@ -289,10 +294,13 @@ void TileGrid::swallow(TileRecord& record) {
 
 void TileGrid::addSolidCell(float x, float y) {
     TileRecord block;
-    const int column = columnOf(x), row = rowOf(y);
-    block.position = {originX_ + tileSize * static_cast<float>(column),
-                      originY_ + tileSize * static_cast<float>(row), 0};
-    setCell(column, row, &addRecord(std::move(block)));
+    block.position = cellCentre({x, y, 0});
+    setCell(columnOf(x), rowOf(y), &addRecord(std::move(block)));
+}
+
+void TileGrid::removeSolidCell(float x, float y) {
+    TileRecord* block = tileAt({x, y, 0}, TileType::any);
+    if (block && !block->unit) removeRecord(block);
 }
 
 void TileGrid::removeRecord(TileRecord* record) {

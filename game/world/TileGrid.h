@@ -84,6 +84,8 @@ class TileGrid {
 
     // An invisible block of type 1 over the cell of (x, y).
     void addSolidCell(float x, float y);
+    // Takes such a block away again; nothing where there is none.
+    void removeSolidCell(float x, float y);
     // Clears every cell of the record and deletes it; its unit stays.
     void removeRecord(TileRecord* record);
     // Deletes the unit, and the record of the tile if it stands in the grid.
@@ -92,6 +94,8 @@ class TileGrid {
     // looks for a bridge among the solid tiles.
     void breakBridge(const Zelkor::Vec3& point, float force);
 
+    // The middle of the cell around a point, also outside the grid; z 0.
+    Zelkor::Vec3 cellCentre(const Zelkor::Vec3& point) const;
     float originX() const { return originX_; }
     float originY() const { return originY_; }
     int width() const { return width_; }

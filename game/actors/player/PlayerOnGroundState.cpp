@@ -1,5 +1,6 @@
 #include "actors/player/PlayerOnGroundState.h"
 
+#include "actors/ThingyManager.h"
 #include "actors/platforms/Platform.h"
 #include "actors/player/HeroClips.h"
 #include "actors/player/HeroConstants.h"
@@ -7,12 +8,6 @@
 
 using Zelkor::absolute;
 using Zelkor::moveTowards;
-
-namespace {
-
-constexpr int bounceShroomType = 45;
-
-} // namespace
 
 void PlayerOnGroundState::enter(float /*time*/, int previousState) {
     bounceTimer_ = 0;
@@ -69,7 +64,7 @@ void PlayerOnGroundState::update(float time, float dt) {
 
 // A jump, or the bounce that a shroom gives whoever stands on it for long enough.
 bool PlayerOnGroundState::jumps(float dt) {
-    const bool onShroom = hero.standingOn && hero.standingOn->spawnType == bounceShroomType;
+    const bool onShroom = hero.standingOn && hero.standingOn->spawnType == SpawnType::bounceShroom;
     if (onShroom) bounceTimer_ += dt;
     const bool pressed = hero.input.pressed(PlayerInputSnapshot::jump);
     if (!pressed && bounceTimer_ <= heroConstants.bounceWait) return false;
