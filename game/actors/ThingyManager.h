@@ -33,6 +33,8 @@ std::unique_ptr<Thingy> createActor(Zelkor::Unit& unit) {
 // Spawn types that shared code asks for.
 namespace SpawnType {
 inline constexpr int player = 1;
+inline constexpr int movingLadder = 38;
+inline constexpr int minecart = 41;
 inline constexpr int rail = 42;
 inline constexpr int bounceShroom = 45;
 inline constexpr int pickup = 71;

@@ -25,13 +25,13 @@ class CircleingPlatform : public MovingPlatform {
 
     void setParameter(int index, float value) override {
         switch (index) {
-        case 0: phase = value; break;
+        case 0: path.phase = value; break;
         case 1:
-            period = value;
-            phaseSpeed = (swings_ ? 2 : 1) / value;
+            path.period = value;
+            path.phaseSpeed = (swings_ ? 2 : 1) / value;
             break;
         case 2: swings_ = value != 0; break;
-        case 3: easeTime = value; break;
+        case 3: path.easeTime = value; break;
         case 4: setSpeed(value * degrees); break;
         case 5: swing_[0] = value * degrees; break;
         case 6: swing_[1] = value * degrees; break;
@@ -45,33 +45,25 @@ class CircleingPlatform : public MovingPlatform {
   protected:
     // Spawned at the centre. The middle of the box's upper side goes round it.
     Vec3 pathPosition() const override {
-        const float angle = swings_ ? swingAngle() : 2 * pi * phase;
-        return start + radius_ * Vec3{sine(angle), cosine(angle), 0} - Vec3{offset.x, offset.y, 0};
+        const float angle = swings_ ? swingAngle() : 2 * pi * path.phase;
+        return path.start + radius_ * Vec3{sine(angle), cosine(angle), 0} - Vec3{offset.x, offset.y, 0};
     }
 
   private:
-    float swingAngle() const {
-        const bool back = phase > 1;
-        const float t = eased(back ? phase - 1 : phase);
-        const float share = back ? 1 - t : t;
-        return swing_[0] + (swing_[1] - swing_[0]) * share;
-    }
+    float swingAngle() const { return swing_[0] + (swing_[1] - swing_[0]) * path.share(); }
 
     void setSpeed(float radiansPerSecond) {
         const float speed = absolute(radiansPerSecond);
         const float way = swings_ ? 2 * absolute(swing_[1] - swing_[0]) : 2 * pi;
-        period = way / speed;
-        phaseSpeed = (swings_ ? 2 : 1) / period;
-        if (radiansPerSecond < 0) phaseSpeed = -phaseSpeed;
+        path.period = way / speed;
+        path.phaseSpeed = (swings_ ? 2 : 1) / path.period;
+        if (radiansPerSecond < 0) path.phaseSpeed = -path.phaseSpeed;
     }
 
     void advance(float dt) {
-        const float before = phase;
-        phase += phaseSpeed * dt;
-        const bool turnsBack = (before < 1) != (phase < 1) || phase > 2 || phase < 0;
-        if (phase > 2) phase -= 2;
-        if (phase < 0) phase += 2;
-        if (swings_ && turnsBack) pauseLeft_ = pauseTime_;
+        const bool wasReturning = path.returning();
+        path.advance(dt);
+        if (swings_ && path.returning() != wasReturning) pauseLeft_ = pauseTime_;
     }
 
     bool swings_ = false;

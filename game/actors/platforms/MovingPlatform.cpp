@@ -13,8 +13,6 @@ namespace {
 const SpawnRow row{18, createActor<MovingPlatform>};
 
 constexpr float wheelSpeed = 15; // radians per second
-// The share of a leg that is covered while accelerating, over the ease as a share of the leg.
-constexpr float easeShare = 0.7f;
 
 struct NamedBox {
     const char* unit;
@@ -47,8 +45,9 @@ PlatformContact PlatformBox::pushOut(Vec3& centre, const Vec3& halfSize) const {
     return {true, nearest->normal};
 }
 
-MovingPlatform::MovingPlatform(Unit& ownUnit) : Platform(ownUnit), start(ownUnit.position) {
-    quatAxisX(direction, ownUnit.orientation);
+MovingPlatform::MovingPlatform(Unit& ownUnit) : Platform(ownUnit) {
+    path.start = ownUnit.position;
+    quatAxisX(path.direction, ownUnit.orientation);
     ownUnit.orientation = {};
     for (const NamedBox& named : namedBoxes)
         if (ownUnit.name() == named.unit) {
@@ -59,8 +58,7 @@ MovingPlatform::MovingPlatform(Unit& ownUnit) : Platform(ownUnit), start(ownUnit
 
 void MovingPlatform::update(float time, float dt) {
     const Vec3 from = position();
-    phase += phaseSpeed * dt;
-    if (phase > 2) phase -= 2;
+    path.advance(dt);
     refreshPosition();
     spinWheel(time);
     finishMove(from);
@@ -84,36 +82,8 @@ void MovingPlatform::spinWheel(float time) {
     overrides[0].rotation = quatFromAxisAngle(wheelSpeed * time, {0, 0, 1});
 }
 
-float MovingPlatform::eased(float t) const {
-    if (easeTime <= 0) return t;
-    const float e = 2 * easeTime / period;
-    if (t < e) return easeShare * t * t / e;
-    if (t > 1 - e) return 1 - easeShare * (1 - t) * (1 - t) / e;
-    return easeShare * e + (t - e) * (1 - 2 * easeShare * e) / (1 - 2 * e);
-}
-
-Vec3 MovingPlatform::pathPosition() const {
-    const Vec3 end = start + direction * length;
-    const bool back = phase > 1;
-    const float t = eased(back ? phase - 1 : phase);
-    return (1 - t) * (back ? end : start) + t * (back ? start : end);
-}
-
 void MovingPlatform::setParameter(int index, float value) {
-    switch (index) {
-    case 0: length = value; break;
-    case 1:
-        period = value;
-        phaseSpeed = 2 / value;
-        break;
-    case 2: phase = value; break;
-    case 3: easeTime = value; break;
-    case 4:
-        period = 2 * length / value;
-        phaseSpeed = 2 / period;
-        break;
-    default: break;
-    }
+    path.setParameter(index, value);
     refreshPosition();
 }
 

@@ -1,6 +1,7 @@
 // A platform that runs back and forth along a straight path, and what every box-shaped platform shares.
 #pragma once
 
+#include "actors/platforms/EasedPath.h"
 #include "actors/platforms/Platform.h"
 
 // The box a platform is in the world, in x and y.
@@ -18,7 +19,7 @@ class MovingPlatform : public Platform {
 
     void update(float time, float dt) override;
     int onHit(const Attack&) override { return 0; }
-    // 0 length, 1 period, 2 phase, 3 ease time, 4 speed.
+    // Those of the path.
     void setParameter(int index, float value) override;
     Zelkor::Vec3 carry() const override { return lastMove; }
     PlatformContact pushOut(Zelkor::Vec3& centre, const Zelkor::Vec3& halfSize,
@@ -26,12 +27,7 @@ class MovingPlatform : public Platform {
     bool containsPoint(float x, float y) const override;
     PlatformBox box() const;
 
-    Zelkor::Vec3 start, direction;
-    float length = 60;       // of the path, world units
-    float phase = 0;         // 0 to 1 outward, 1 to 2 back
-    float phaseSpeed = 0.5f; // per second
-    float period = 4;        // seconds out and back
-    float easeTime = 0.4f;   // seconds of acceleration at each end
+    EasedPath path;
     Zelkor::Vec3 size{20, 10, 20};
     Zelkor::Vec3 offset{5, 5, 10}; // the box starts at position - offset
     Zelkor::Vec3 lastMove;
@@ -39,10 +35,8 @@ class MovingPlatform : public Platform {
     bool hasRider = false;          // something stood on top in this frame
 
   protected:
-    // Where the platform is in its phase.
-    virtual Zelkor::Vec3 pathPosition() const;
-    // The share of a leg covered at t of its time, 0..1, with acceleration at both ends.
-    float eased(float t) const;
+    // Where the platform is now.
+    virtual Zelkor::Vec3 pathPosition() const { return path.position(); }
     void refreshPosition();
     // Ends an update: what riders are carried by, and nobody stands on it yet.
     void finishMove(const Zelkor::Vec3& from);

@@ -17,13 +17,23 @@ bool isShoulderOrBelow(std::string_view path) {
 
 } // namespace
 
-void playClip(Zelkor::Unit& unit, const HeroClip& clip) {
-    if (!unit.skeleton) return;
+float playClip(Zelkor::Unit& unit, const HeroClip& clip) {
+    if (!unit.skeleton) return 0;
     Zelkor::Animation* playing = clip.next ? unit.skeleton->playThen(clip.name, clip.next, clip.blend)
                                            : unit.skeleton->play(clip.name, clip.blend);
-    if (!playing) return;
+    if (!playing) return 0;
     playing->speed = clip.speed;
     if (clip.once) playing->loop = false;
+    return playing->duration / clip.speed;
+}
+
+float playClipBackwards(Zelkor::Unit& unit, const HeroClip& clip) {
+    Zelkor::Animation* playing = unit.skeleton ? unit.skeleton->play(clip.name, clip.blend) : nullptr;
+    if (!playing) return 0;
+    playing->speed = -clip.speed;
+    playing->loop = false;
+    playing->setTime(playing->duration);
+    return playing->duration / clip.speed;
 }
 
 void setClipSpeed(Zelkor::Unit& unit, const char* name, float speed) {
@@ -40,4 +50,13 @@ void prepareArmRecoil(Zelkor::Unit& unit) {
     recoil->jointMask.resize(unit.skeleton->joints.size());
     for (std::size_t joint = 0; joint < recoil->jointMask.size(); ++joint)
         recoil->jointMask[joint] = isShoulderOrBelow(unit.skeleton->data->jointNames[joint]) ? 0 : 1;
+}
+
+void playArmRecoil(Zelkor::Unit& unit) {
+    Zelkor::Animation* recoil = unit.skeleton ? unit.skeleton->animation(HeroClips::armRecoil) : nullptr;
+    if (!recoil) return;
+    recoil->setTime(0);
+    recoil->weight = 1;
+    recoil->loop = false;
+    unit.skeleton->start(*recoil);
 }

@@ -34,6 +34,25 @@ inline constexpr HeroClip landToRun{"run", 1.6f, landingBlend};
 inline constexpr HeroClip landToCrouch{"crouch", 1.6f, landingBlend};
 inline constexpr HeroClip landToCrouchFlipped{"crouch_flipped", 1.6f, landingBlend};
 
+// Climbing: from one hand to the other, and what is held meanwhile.
+inline constexpr HeroClip climbIdle1{"climb_idle1"}, climbIdle2{"climb_idle2"};
+inline constexpr HeroClip climb1{"climb1", 1.9f, 0.05f, nullptr, true};
+inline constexpr HeroClip climb2{"climb2", 1.9f, 0.05f, nullptr, true};
+inline constexpr HeroClip climbUp{"climb_up", 1, 0.05f, nullptr, true};
+inline constexpr HeroClip climbShoot1Right{"climb_shoot_1r", 1, 0.05f, nullptr, true};
+inline constexpr HeroClip climbShoot2Right{"climb_shoot_2r", 1, 0.05f, nullptr, true};
+inline constexpr HeroClip climbShoot1Left{"climb_shoot_1l", 1, 0.05f, nullptr, true};
+inline constexpr HeroClip climbShoot2Left{"climb_shoot_2l", 1, 0.05f, nullptr, true};
+
+inline constexpr HeroClip cartJump{"cartjump", 1, 0.05f, "idle"};
+inline constexpr HeroClip cartLand{"cartland", 1, 0.05f, "idle"};
+
+// Shots, and the pose they come from and go back to.
+inline constexpr HeroClip idleRecoil{"idle_recoil", 1.5f, 0.05f, "idle"};
+inline constexpr HeroClip crouchRecoil{"crouch_recoil", 1, 0.05f, "crouch"};
+inline constexpr HeroClip crouchFlippedRecoil{"crouch_flipped_recoil", 1, 0.05f, "crouch_flipped"};
+inline constexpr HeroClip fallRecoil{"fall_recoil", 1, 0.05f, "fall"};
+
 inline constexpr HeroClip hurtBack{"hurt_back", 1, 0.05f, nullptr, true};
 inline constexpr HeroClip hurtFront{"hurt_front", 1, 0.05f, nullptr, true};
 
@@ -41,10 +60,14 @@ inline constexpr const char* armRecoil = "arm_recoil";
 
 } // namespace HeroClips
 
-// Nothing happens where the unit has no such clip.
-void playClip(Zelkor::Unit& unit, const HeroClip& clip);
+// Returns the seconds until the clip ends at its speed; 0, and nothing happens, where the unit has no such clip.
+float playClip(Zelkor::Unit& unit, const HeroClip& clip);
+// From its end to its beginning.
+float playClipBackwards(Zelkor::Unit& unit, const HeroClip& clip);
 // Changes the pace of a clip, playing or not.
 void setClipSpeed(Zelkor::Unit& unit, const char* name, float speed);
 // Makes "arm_recoil" a layer of its own that adds its motion to whatever the body plays, and moves the right
 // arm from the shoulder down only.
 void prepareArmRecoil(Zelkor::Unit& unit);
+// From its start, whatever is left of the shot before.
+void playArmRecoil(Zelkor::Unit& unit);

@@ -16,6 +16,7 @@ inline constexpr struct HeroConstants {
     float headRoom = 15; // above the feet: the cell that must be free to stand up
     float yawRate = 10;  // share of the remaining turn per second, for the roll too
     float platformReach = 100;
+    float footing = 0.01f; // his feet are this far inside what he stands on
 
     // Gravity; both are multiplied by the stage's factor, the terminal speed is not.
     float gravity = 300, heldJumpGravity = 60;
@@ -39,6 +40,10 @@ inline constexpr struct HeroConstants {
     // The stick: the share of its way that counts as a direction.
     float stickRun = 0.5f, stickKeepRunning = 0.3f;
     float stickCrouch = 0.5f, stickCrouchRunning = 0.7f, stickKeepCrouching = 0.4f;
+
+    // Ladders.
+    float stickClimb = 0.5f;
+    float climbPause = 0.3f; // seconds before a ladder may be grabbed again
 
     // Being hurt and dying.
     float knockSpeed = 30, knockUpSpeed = 50;

@@ -4,8 +4,10 @@
 #include "math/Math.h"
 
 struct LookAhead {
-    // moveX: the horizontal input, -1..1; up: the hero's up vector; seconds.
-    void update(float moveX, const Zelkor::Vec3& up, float dt);
+    static constexpr float reach = 20, cartReach = 40; // to either side
+
+    // moveX: the horizontal input, -1..1; up: the hero's up vector; limit: a reach; seconds.
+    void update(float moveX, const Zelkor::Vec3& up, float limit, float dt);
 
     Zelkor::Vec2 offset{0, 10}; // added to the hero's position, world units
     float speed = 0;            // of offset.x, units per second

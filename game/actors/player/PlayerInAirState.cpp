@@ -14,6 +14,11 @@ void PlayerInAirState::enter(float /*time*/, int /*previousState*/) {
 
 void PlayerInAirState::update(float /*time*/, float dt) {
     hero.standUpIfRoom();
+    if (hero.grabLadder() || hero.boardCart()) return;
+    if (hero.input.pressed(PlayerInputSnapshot::fire) && hero.fire(false)) {
+        fallPoseChosen_ = true;
+        playClip(*hero.unit, HeroClips::fallRecoil);
+    }
     fall(dt);
     hero.stopAtCeiling();
     if (hero.velocity.y <= heroConstants.fallPoseSpeed && !fallPoseChosen_) {

@@ -59,7 +59,10 @@ void PlayerOnGroundState::update(float time, float dt) {
         return;
     }
     hero.velocity.y = 0;
-    if (jumps(dt)) hero.changeState(inAir);
+    if (jumps(dt))
+        hero.changeState(inAir);
+    else
+        hero.grabLadder();
 }
 
 // A jump, or the bounce that a shroom gives whoever stands on it for long enough.
@@ -76,6 +79,7 @@ bool PlayerOnGroundState::jumps(float dt) {
 
 void PlayerOnGroundState::idle(float dt) {
     const Zelkor::Vec2 direction = hero.input.direction();
+    if (firesShot()) playClip(*hero.unit, HeroClips::idleRecoil);
     if (direction.y < -heroConstants.stickCrouch) {
         startCrouch();
     } else if (absolute(direction.x) > heroConstants.stickRun) {
@@ -88,6 +92,7 @@ void PlayerOnGroundState::idle(float dt) {
 
 void PlayerOnGroundState::run(float dt) {
     const Zelkor::Vec2 direction = hero.input.direction();
+    if (firesShot()) playArmRecoil(*hero.unit);
     if (direction.y < -heroConstants.stickCrouchRunning) {
         startCrouch();
     } else if (absolute(direction.x) >= heroConstants.stickKeepRunning) {
@@ -102,6 +107,10 @@ void PlayerOnGroundState::run(float dt) {
     }
 }
 
+bool PlayerOnGroundState::firesShot() {
+    return hero.input.pressed(PlayerInputSnapshot::fire) && hero.fire(false);
+}
+
 void PlayerOnGroundState::startCrouch() {
     doing_ = Doing::crouch;
     playClip(*hero.unit, hero.facing < 1 ? HeroClips::crouchFlipped : HeroClips::crouch);
@@ -110,6 +119,8 @@ void PlayerOnGroundState::startCrouch() {
 void PlayerOnGroundState::crouch(float time, float dt) {
     const Zelkor::Vec2 direction = hero.input.direction();
     hero.crouching = true;
+    if (firesShot())
+        playClip(*hero.unit, hero.facing < 1 ? HeroClips::crouchFlippedRecoil : HeroClips::crouchRecoil);
     if (direction.x * static_cast<float>(hero.facing) < 0 && time >= turnTime_) turnCrouched(time);
     hero.velocity.x = moveTowards(hero.velocity.x, 0, heroConstants.crouchBraking * dt);
     if (direction.y > -heroConstants.stickKeepCrouching && hero.hasHeadRoom()) {

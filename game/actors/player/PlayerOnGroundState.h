@@ -17,6 +17,7 @@ class PlayerOnGroundState : public PlayerState {
     void idle(float dt);
     void run(float dt);
     void crouch(float time, float dt);
+    bool firesShot();
     void startCrouch();
     void turnCrouched(float time);
     bool jumps(float dt);

@@ -4,10 +4,13 @@
 #include "actors/platforms/Platform.h"
 #include "actors/player/HeroClips.h"
 #include "actors/player/HeroConstants.h"
+#include "actors/player/PlayerCartState.h"
+#include "actors/player/PlayerClimbState.h"
 #include "actors/player/PlayerHurt.h"
 #include "actors/player/PlayerInAirState.h"
 #include "actors/player/PlayerOnGroundState.h"
 #include "actors/player/TileCollision.h"
+#include "actors/rides/Minecart.h"
 #include "core/EngineManagers.h"
 #include "game/GameCamera.h"
 #include "game/Session.h"
@@ -36,7 +39,9 @@ constexpr int groundMask = TileType::solid | TileType::ladderTop;
 PlayerStandard::PlayerStandard(Zelkor::Unit& ownUnit, const PlayerSurroundings& surroundings)
     : Player(ownUnit, surroundings), states_{std::make_unique<PlayerOnGroundState>(*this),
                                              std::make_unique<PlayerInAirState>(*this),
-                                             std::make_unique<PlayerHurt>(*this)},
+                                             std::make_unique<PlayerHurt>(*this),
+                                             std::make_unique<PlayerClimbState>(*this),
+                                             std::make_unique<PlayerCartState>(*this)},
       gun_(ownUnit, "maingun") {
     const float scale = heroConstants.unitScale;
     ownUnit.scale = {scale, scale, scale};
@@ -53,6 +58,7 @@ PlayerStandard::~PlayerStandard() = default;
 void PlayerStandard::update(float time, float dt) {
     lookedAhead_ = false;
     forgetLostPlatform();
+    if (climbCooldown > 0) climbCooldown -= dt;
 
     states_[static_cast<std::size_t>(state)]->update(time, dt);
     bodyCentre += worldVelocity() * dt;
@@ -120,6 +126,8 @@ void PlayerStandard::pushOutOf(Platform& platform) {
     const PlatformContact contact = platform.pushOut(centre, box.half, worldVelocity());
     if (!contact.pushed) return;
     bodyCentre = centre + box.toBodyCentre;
+    // As on a floor of tiles: what he stands on has to touch him in the next step too.
+    if (dot(contact.normal, up) > 0.5f) bodyCentre -= up * heroConstants.footing;
     const bool upright = box.verticalAxis == 1;
     const float side = upright ? contact.normal.x : contact.normal.y;
     const float ground = upright ? contact.normal.y : contact.normal.x;
@@ -137,7 +145,7 @@ void PlayerStandard::collideWithTiles(const Vec3& travelled, float dt) {
     body.velocity = dt > 0 ? travelled * (1 / dt) : Vec3{};
     body.dt = dt;
     body.crouching = crouching;
-    body.lowerMask = groundMask;
+    body.lowerMask = state == PlayerState::climb ? TileType::solid : groundMask;
     body.upperMask = state == PlayerState::onGround ? groundMask : TileType::solid;
     body.wallSide = wallSide;
     body.groundSide = groundSide;
@@ -188,10 +196,50 @@ void PlayerStandard::poseGun() {
     gun_.follow();
 }
 
+PlayerClimbState& PlayerStandard::climbState() {
+    return static_cast<PlayerClimbState&>(*states_[PlayerState::climb]);
+}
+
+PlayerCartState& PlayerStandard::cartState() {
+    return static_cast<PlayerCartState&>(*states_[PlayerState::cart]);
+}
+
+bool PlayerStandard::grabLadder() {
+    const float y = input.direction().y;
+    if (Zelkor::absolute(y) <= heroConstants.stickClimb || climbCooldown > 0 || up.y < 0.5f) return false;
+    const auto ladder = ladderToGrab(world_.grid, world_.actors, feet(), y);
+    if (!ladder) return false;
+    climbState().ladder = *ladder;
+    changeState(PlayerState::climb);
+    return true;
+}
+
+bool PlayerStandard::boardCart() {
+    Minecart* found = PlayerCartState::cartToRide(*this);
+    if (!found) return false;
+    cartState().cart = found;
+    changeState(PlayerState::cart);
+    return true;
+}
+
+void PlayerStandard::showGun(bool shown) {
+    if (gun_.unit()) gun_.unit()->visible = shown;
+}
+
+bool PlayerStandard::fire(bool /*left*/) {
+    return false; // no weapons yet
+}
+
+void PlayerStandard::standAt(const Vec3& place) {
+    Vec3 toCentre;
+    const Quat roll = Zelkor::quatFromAxisAngle(rollAngle, {0, 0, 1});
+    bodyCentre = place + Zelkor::quatRotate(toCentre, roll, {0, heroConstants.feetBelowCentre, 0});
+}
+
 void PlayerStandard::updateCameraOffset(float moveX, float dt) {
     if (lookedAhead_) return;
     lookedAhead_ = true;
-    lookAhead.update(moveX, up, dt);
+    lookAhead.update(moveX, up, cart ? LookAhead::cartReach : LookAhead::reach, dt);
 }
 
 void PlayerStandard::changeState(int next) {
@@ -257,14 +305,15 @@ int PlayerStandard::onHit(const Attack& attack) {
     const float attackCentre = (attack.boxMin.x + attack.boxMax.x) / 2;
     const float from = attack.direction.x != 0 ? attack.direction.x : position().x - attackCentre;
     const float knock = from > 0 ? 1.0f : -1.0f;
+    if (cart) cart->throwUp();
     playClip(*unit, knock == static_cast<float>(facing) ? HeroClips::hurtBack : HeroClips::hurtFront);
     flash = 1;
-    velocity = {heroConstants.knockSpeed * knock, heroConstants.knockUpSpeed, 0};
+    if (!cart) velocity = {heroConstants.knockSpeed * knock, heroConstants.knockUpSpeed, 0};
     if (world_.camera) {
         world_.camera->shakeAmplitude = heroConstants.shakeAmplitude;
         world_.camera->shakeDecay = heroConstants.shakeDecay;
     }
-    changeState(PlayerState::hurt);
+    if (!cart) changeState(PlayerState::hurt);
     health -= 1;
     if (health <= 0) die(false);
     return 1;
@@ -273,9 +322,11 @@ int PlayerStandard::onHit(const Attack& attack) {
 void PlayerStandard::die(bool /*fallingOut*/) {
     if (dead) return;
     dead = true;
-    velocity = {-heroConstants.knockSpeed * static_cast<float>(facing), heroConstants.knockUpSpeed, 0};
-    playClip(*unit, HeroClips::hurtFront);
-    changeState(PlayerState::hurt);
+    if (!cart) {
+        velocity = {-heroConstants.knockSpeed * static_cast<float>(facing), heroConstants.knockUpSpeed, 0};
+        playClip(*unit, HeroClips::hurtFront);
+        changeState(PlayerState::hurt);
+    }
     setClipSpeed(*unit, HeroClips::hurtFront.name, heroConstants.deathPoseSpeed);
     setClipSpeed(*unit, HeroClips::hurtBack.name, heroConstants.deathPoseSpeed);
     health = 0;

@@ -10,7 +10,10 @@
 #include <memory>
 #include <vector>
 
+class Minecart;
 class Platform;
+class PlayerCartState;
+class PlayerClimbState;
 
 class PlayerStandard final : public Player {
   public:
@@ -39,11 +42,26 @@ class PlayerStandard final : public Player {
     // Nothing solid where the head would be when standing.
     bool hasHeadRoom() const;
     void standUpIfRoom();
+    // Takes hold of a ladder that the stick asks for. False when there is none.
+    bool grabLadder();
+    // Lands in a mine cart, or is pushed out of it. False unless he rides now.
+    bool boardCart();
+    void showGun(bool shown);
+    // Shoots from that hand; true when a shot left.
+    bool fire(bool left);
+    // Puts his feet there, however he leans.
+    void standAt(const Zelkor::Vec3& feet);
+    TileGrid* grid() const { return world_.grid; }
+    ThingyManager* actors() const { return world_.actors; }
 
     Platform* standingOn = nullptr;
+    Minecart* cart = nullptr; // ridden
+    float climbCooldown = 0;  // seconds before a ladder may be grabbed again
     int state = PlayerState::onGround;
 
   private:
+    PlayerClimbState& climbState();
+    PlayerCartState& cartState();
     void turn(float dt);
     void placeUnit();
     void moveBody(const Zelkor::Vec3& delta);

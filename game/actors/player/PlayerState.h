@@ -5,7 +5,7 @@ class PlayerStandard;
 
 class PlayerState {
   public:
-    enum Index { onGround = 0, inAir = 1, hurt = 2, count = 3 };
+    enum Index { onGround = 0, inAir = 1, hurt = 2, climb = 3, cart = 4, count = 5 };
 
     explicit PlayerState(PlayerStandard& owner) : hero(owner) {}
     virtual ~PlayerState() = default;

@@ -1,9 +1,12 @@
 #include "world/events/StageEvents.h"
 
 #include "actors/ThingyManager.h"
+#include "actors/rides/RailThingy.h"
 #include "game/Session.h"
 #include "io/TokenReader.h"
 #include "world/events/EventFields.h"
+
+#include <algorithm>
 
 using namespace Zelkor;
 
@@ -50,4 +53,31 @@ MusicEvent::MusicEvent(EventList& owner, TokenReader& reader) : Event(owner) {
 
 RailEvent::RailEvent(EventList& owner, TokenReader& reader) : Event(owner) {
     position = EventFields::position(reader);
+}
+
+void RailEvent::activate() {
+    if (track_) return;
+    Thingy* spawned = list.session().thingyManager.spawn(SpawnType::rail, "", position);
+    auto* track = dynamic_cast<RailThingy*>(spawned);
+    if (!track) return;
+    track_ = track;
+    track->linkedEvent = index;
+    std::vector<const RailEvent*> chain;
+    collect(chain);
+    std::vector<Vec3> points;
+    for (const RailEvent* rail : chain)
+        points.push_back(rail->position);
+    track->setWaypoints(std::move(points));
+}
+
+// Each once, also where rails lead back to one another.
+void RailEvent::collect(std::vector<const RailEvent*>& chain) const {
+    if (std::find(chain.begin(), chain.end(), this) != chain.end()) return;
+    chain.push_back(this);
+    for (const int next : triggers)
+        if (const auto* rail = dynamic_cast<const RailEvent*>(list.at(next))) rail->collect(chain);
+}
+
+void RailEvent::forgetActor(const Thingy& gone) {
+    if (track_ == &gone) track_ = nullptr;
 }

@@ -28,8 +28,8 @@ class OptionEvent : public Event {
     float value = 0;
 };
 
-// The three below are read and kept only. What they set off (menus, music, mine-cart tracks) comes with those
-// parts of the game; until then their activation changes nothing.
+// The two below are read and kept only. What they set off (menus, music) comes with those parts of the game;
+// until then their activation changes nothing.
 
 class OpenMenuEvent : public Event {
   public:
@@ -54,5 +54,13 @@ class RailEvent : public Event {
   public:
     static constexpr const char* name = "Rail";
     RailEvent(EventList& owner, Zelkor::TokenReader& reader);
+    // Spawns the track through this and all rails that follow, unless it is there.
+    void activate() override;
+    void forgetActor(const Thingy& gone) override;
     const char* keyword() const override { return name; }
+
+  private:
+    void collect(std::vector<const RailEvent*>& chain) const;
+
+    Thingy* track_ = nullptr;
 };

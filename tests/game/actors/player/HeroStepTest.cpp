@@ -8,7 +8,7 @@ TEST(HeroView, LooksAheadWhereHeGoes) {
     const float dt = 1 / 60.0f;
     const auto look = [&](int steps, float moveX) {
         for (int i = 0; i < steps; ++i)
-            view.update(moveX, up, dt);
+            view.update(moveX, up, LookAhead::reach, dt);
         return view.offset.x;
     };
     EXPECT_NEAR(look(20, 1), 1.5f * 20 * 21 / 2 / 60, 1e-3f); // the speed grows by 1.5 in each step, to 30
