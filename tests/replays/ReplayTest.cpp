@@ -87,7 +87,7 @@ Run play(const Replay& replay, const fs::path& input) {
     const fs::path trace = folder / "trace";
     std::ostringstream command;
     command << "cd " << folder
-            << " && " RUSTPIKE_PROGRAM " --data " RUSTPIKE_DATA " --headless --size 64x36 --seed 1 "
+            << " && " RUSTPIKE_PROGRAM " --data " RUSTPIKE_DATA " --headless --size 64x36 --post off --seed 1 "
             << "--step 0.0166667 --stage " << replay.stage << " --frames " << replay.frames << " --input "
             << input << " --trace " << trace;
     EXPECT_EQ(std::system(command.str().c_str()), 0) << command.str();
