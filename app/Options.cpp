@@ -97,6 +97,9 @@ std::optional<Options> parseCommandLine(int argc, const char* const* argv, int& 
         ->check(CLI::Range(0.0, 1.0));
     app.add_flag("--no-shaders", options.noShaders, "Draw as a machine without shaders does");
     app.add_flag("--show-profiler", options.showProfiler, "Show where the time of each frame goes");
+    app.add_option("--measure", options.measure,
+                   "Write how light and how ragged the picture is and what each frame changes, as JSON")
+        ->type_name("FILE");
     app.add_flag("--check-data", options.checkData, "Read every data file and list what is wrong");
     try {
         app.parse(argc, argv);

@@ -30,7 +30,7 @@ struct Options {
     std::vector<ScreenshotRequest> screenshots;
     std::filesystem::path trace;
     int traceEvery = 1;
-    std::filesystem::path profile;
+    std::filesystem::path profile, measure;
     bool checkData = false;
     // The picture, in this run only.
     std::optional<bool> postProcessing, flicker;

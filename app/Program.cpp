@@ -96,7 +96,8 @@ class Recording {
             player_ = std::make_unique<InputPlayer>(std::move(*actions));
         }
         return openWriter(recorder_, options.record) &&
-               openWriter(trace_, options.trace, options.traceEvery) && openWriter(profile_, options.profile);
+               openWriter(trace_, options.trace, options.traceEvery) &&
+               openWriter(profile_, options.profile) && openWriter(measure_, options.measure);
     }
 
     bool playsInput() const { return player_ != nullptr; }
@@ -106,7 +107,7 @@ class Recording {
         if (recorder_) recorder_->record(frame, controllers);
         if (profile_) profile_->beforeFrame();
         renderer.captureFrame =
-            std::any_of(screenshots_.begin(), screenshots_.end(),
+            measure_ || std::any_of(screenshots_.begin(), screenshots_.end(),
                         [&](const ScreenshotRequest& shot) { return shot.frame == frame; });
     }
 
@@ -114,6 +115,7 @@ class Recording {
     bool afterFrame(int frame, const Game& game, const Zelkor::GlRenderer& renderer) {
         if (trace_) trace_->write(frame, game);
         if (profile_) profile_->write(frame);
+        if (measure_) measure_->write(frame, renderer.capturedFrame);
         bool written = true;
         for (const ScreenshotRequest& shot : screenshots_)
             if (shot.frame == frame && !renderer.capturedFrame.writePng(shot.file)) {
@@ -138,6 +140,7 @@ class Recording {
     std::unique_ptr<InputRecorder> recorder_;
     std::unique_ptr<TraceWriter> trace_;
     std::unique_ptr<ProfileWriter> profile_;
+    std::unique_ptr<MeasureWriter> measure_;
     std::vector<ScreenshotRequest> screenshots_;
 };
 

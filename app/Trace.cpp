@@ -119,6 +119,23 @@ void TraceWriter::write(int frame, const Game& game) {
     out_ << line.dump() << '\n';
 }
 
+MeasureWriter::MeasureWriter(const std::filesystem::path& file) : out_(file) {}
+
+void MeasureWriter::write(int frame, const Zelkor::Image& picture) {
+    constexpr int blocks = 4;     // along each side
+    constexpr float step = 0.25f; // to the neighbour of a ragged pixel
+    Zelkor::Lightness now(picture);
+    if (now.values.empty()) return;
+    if (before_.width != now.width || before_.height != now.height) before_ = now;
+    const Json line = {{"frame", frame},
+                       {"lightness", now.mean(now.whole())},
+                       {"ragged", now.steepShare(step)},
+                       {"change", largestBlockChange(before_, now, 1)},
+                       {"blockChange", largestBlockChange(before_, now, blocks)}};
+    out_ << line.dump() << '\n';
+    before_ = std::move(now);
+}
+
 ProfileWriter::ProfileWriter(const std::filesystem::path& file) : out_(file) {}
 
 void ProfileWriter::write(int frame) {

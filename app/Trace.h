@@ -2,6 +2,7 @@
 #pragma once
 
 #include "render/GpuPasses.h"
+#include "render/Lightness.h"
 
 #include <filesystem>
 #include <fstream>
@@ -18,6 +19,19 @@ class TraceWriter {
   private:
     std::ofstream out_;
     int every_;
+};
+
+// What the picture of each frame looks like in numbers, all of them 0..1: its lightness, the share of ragged pixels,
+// and what has changed since the frame before, in the whole picture and in the worst of its sixteen blocks.
+class MeasureWriter {
+  public:
+    explicit MeasureWriter(const std::filesystem::path& file);
+    bool failed() const { return !out_; }
+    void write(int frame, const Zelkor::Image& picture);
+
+  private:
+    std::ofstream out_;
+    Zelkor::Lightness before_;
 };
 
 // The profiler's sections of each frame, CPU microseconds, and the GPU's where the driver measures them, for the

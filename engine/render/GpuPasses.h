@@ -1,5 +1,5 @@
-// Where the graphics processor spends a frame: each pass of the picture under its own name. Costs nothing while
-// nobody measures.
+// Where the graphics processor spends a frame: each pass of the picture under its own name. Costs nothing
+// while nobody measures.
 #pragma once
 
 #include "render/GpuTimer.h"

@@ -83,7 +83,8 @@ void PostChain::setUp() {
     showTarget(*post_, 1, "framebuffer");
 }
 
-// Without targets, or without one of the programs, the passes would paint over the scene instead of showing it.
+// Without targets, or without one of the programs, the passes would paint over the scene instead of showing
+// it.
 bool PostChain::canProcess() const {
     return framebuffer_ != 0 && blur1_->shader >= 0 && blur2_->shader >= 0 && post_->shader >= 0;
 }
@@ -150,7 +151,8 @@ void PostChain::drawDirect(GameCamera& camera, const Area& area) {
 }
 
 void PostChain::drawProcessed(GameCamera& camera, const Area& area, int superSample) {
-    const Used used = fitFramebuffer(renderSize({renderer().windowWidth, renderer().windowHeight}, superSample));
+    const Used used =
+        fitFramebuffer(renderSize({renderer().windowWidth, renderer().windowHeight}, superSample));
     renderer().bindRenderTarget(framebuffer_, true);
     drawScene(camera, area, used);
     // The 3D objects of the open menus come here, over the used part, once there are menus.

@@ -1,6 +1,6 @@
-// The picture of a frame, from the scene to the window. Processed, the scene goes into an off-screen target, is
-// blurred twice into small ones and put together again on the window; direct, it goes straight to the window
-// with a lighter pass over it. A fade rubs the picture out in both.
+// The picture of a frame, from the scene to the window. Processed, the scene goes into an off-screen target,
+// is blurred twice into small ones and put together again on the window; direct, it goes straight to the
+// window with a lighter pass over it. A fade rubs the picture out in both.
 #pragma once
 
 namespace Zelkor {
@@ -23,7 +23,8 @@ class PostChain {
 
     // The size the scene is drawn at. superSample 0: the window's, 1: twice its height, 2: twice both.
     static Size renderSize(const Size& window, int superSample);
-    // The side of a target that holds wanted pixels: as it is, or grown to a power of two, never beyond limit.
+    // The side of a target that holds wanted pixels: as it is, or grown to a power of two, never beyond
+    // limit.
     static int grownSide(int side, int wanted, int limit);
     // The part of the picture that shows the scene, at its lower edge. viewSize: percent.
     static Area viewArea(int viewSize);
