@@ -130,6 +130,7 @@ void MeasureWriter::write(int frame, const Zelkor::Image& picture) {
     const Json line = {{"frame", frame},
                        {"lightness", now.mean(now.whole())},
                        {"ragged", now.steepShare(step)},
+                       {"redrawn", meanSquareChange(before_, now)},
                        {"change", largestBlockChange(before_, now, 1)},
                        {"blockChange", largestBlockChange(before_, now, blocks)}};
     out_ << line.dump() << '\n';

@@ -22,7 +22,7 @@ class TraceWriter {
 };
 
 // What the picture of each frame looks like in numbers, all of them 0..1: its lightness, the share of ragged pixels,
-// and what has changed since the frame before, in the whole picture and in the worst of its sixteen blocks.
+// and what has changed since the frame before: by pixels (mean square), as a whole, in the worst of sixteen blocks.
 class MeasureWriter {
   public:
     explicit MeasureWriter(const std::filesystem::path& file);

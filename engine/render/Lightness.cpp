@@ -60,6 +60,15 @@ float largestBlockChange(const Lightness& a, const Lightness& b, int along) {
     return largest;
 }
 
+float meanSquareChange(const Lightness& a, const Lightness& b) {
+    double sum = 0;
+    forEachPixel(a.whole(), [&](int x, int y) {
+        const double change = a.at(x, y) - b.at(x, y);
+        sum += change * change;
+    });
+    return static_cast<float>(sum / static_cast<double>(std::max<std::size_t>(a.values.size(), 1)));
+}
+
 float correlation(const Lightness& a, const Lightness& b, const Lightness::Box& box, int shift) {
     const float meanA = a.mean(box), meanB = b.mean({box.x + shift, box.y, box.width, box.height});
     double both = 0, onlyA = 0, onlyB = 0;

@@ -36,6 +36,9 @@ struct Lightness {
 // The largest difference between means of the same block, of so many along each side. Both of one size.
 float largestBlockChange(const Lightness& a, const Lightness& b, int along);
 
+// The mean of the squared differences. Both of one size.
+float meanSquareChange(const Lightness& a, const Lightness& b);
+
 // Correlation, -1..1, of a inside the box with b so many pixels further right. 0 where either is even.
 float correlation(const Lightness& a, const Lightness& b, const Lightness::Box& box, int shift);
 

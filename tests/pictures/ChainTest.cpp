@@ -26,7 +26,8 @@ using namespace Zelkor;
 namespace {
 
 constexpr int width = 640, height = 360;
-constexpr float step = 0.25f; // of lightness between neighbours
+constexpr float unitsPerPixel =
+    2 * GameCamera::viewDistance * 0.26795f / height; // the view is 30 degrees high
 
 class ChainTest : public ::testing::Test {
   protected:
@@ -86,8 +87,22 @@ class ChainTest : public ::testing::Test {
     // Strokes in the box of both pictures go with what has moved so many pixels, and stay nowhere.
     static void expectMoved(const Lightness& before, const Lightness& after, const Lightness::Box& box,
                             int shift) {
-        EXPECT_GT(correlation(before, after, box, shift), 0.4f);
+        EXPECT_GT(correlation(before, after, box, shift), 0.3f);
         EXPECT_LT(correlation(before, after, box, 0), 0.25f);
+    }
+
+    // How much of what a whole pixel of movement changes a quarter of a pixel changes, squared: 1/16 where
+    // edges are smooth, 1/4 where they jump from pixel to pixel.
+    float raggedness() {
+        const Vec3 eye = game->camera()->view.position;
+        std::array<Lightness, 3> moved;
+        for (const int quarters : {0, 1, 4}) {
+            game->camera()->view.position =
+                eye + 0.25f * static_cast<float>(quarters) * Vec3{unitsPerPixel, 0, 0};
+            moved[static_cast<std::size_t>(quarters > 1 ? 2 : quarters)] = Lightness(draw());
+        }
+        game->camera()->view.position = eye;
+        return meanSquareChange(moved[0], moved[1]) / meanSquareChange(moved[0], moved[2]);
     }
 
     TempData data;
@@ -117,7 +132,7 @@ TEST_P(BothWays, RedrawsChangeStrokesButDoNotStrobe) {
 
 TEST_P(BothWays, StrokesMoveWithWhatTheyAreDrawnOn) {
     constexpr int shift = 12; // pixels
-    const float way = shift * 2 * GameCamera::viewDistance * std::tan(15 * pi / 180) / height;
+    const float way = shift * unitsPerPixel;
     const Lightness before = strokes();
     const Vec3 at = game->camera()->view.project(hero().position + Vec3{0, 9, 0});
     hero().position.x += way;
@@ -148,18 +163,18 @@ TEST_P(BothWays, SmallViewsLieAtTheBottomAndFadesEndInABlankSheet) {
     EXPECT_NEAR(drawn.x, 0.17 * width, 4);
     EXPECT_NEAR(drawn.width, 0.66 * width, 8);
     EXPECT_GE(drawn.y, 0.34 * height);
-    EXPECT_EQ(drawn.y + drawn.height, height);
+    EXPECT_GE(drawn.y + drawn.height, height - 16) << "the sheet may have a margin";
     game->camera()->fade = 1;
-    EXPECT_EQ(Lightness(draw()).steepShare(step), 0);
+    EXPECT_EQ(Lightness(draw()).steepShare(0.1f), 0);
 }
 
 TEST_F(ChainTest, SuperSamplingSmoothsWithoutBands) {
     start(1);
     const Lightness native(draw());
+    const float ragged = raggedness();
     game->settings->superSample = 2;
-    const Lightness fourTimes(draw());
-    EXPECT_LT(fourTimes.steepShare(step), 0.7f * native.steepShare(step));
-    EXPECT_LT(largestBlockChange(native, fourTimes, 20), 0.05f);
+    EXPECT_LT(largestBlockChange(native, Lightness(draw()), 20), 0.05f);
+    EXPECT_LT(raggedness(), 0.85f * ragged);
 }
 
 TEST_F(ChainTest, WithoutShadersEverythingIsItsAmbientColour) {
