@@ -1,13 +1,17 @@
 // The particle effects: their descriptions, read once, and the instances that play in the stage.
 #pragma once
 
+#include "fx/EffectInstance.h"
 #include "math/Math.h"
 
+#include <map>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace Zelkor {
 
-class EffectInstance;
+class Renderer;
 
 class ParticleManager {
   public:
@@ -15,18 +19,41 @@ class ParticleManager {
     ~ParticleManager();
     ParticleManager(const ParticleManager&) = delete;
 
-    // Reads the description if it is not there yet.
+    // "data/effects/" + name + ".effect", read at the first request and kept. Empty when it is missing.
+    const EffectDesc& loadEffect(const std::string& name);
+    // The same, with the materials its particles are drawn with.
     void preload(const std::string& name);
-    // Starts an effect, its sounds included. The manager owns the instance and drops it once it is spent:
-    // who keeps the pointer calls release first of all.
+    // Starts an effect, its sounds included. Never null. The manager owns the instance; the pointer stays
+    // good until clear, also when the effect is long spent and its operations do nothing any more.
     EffectInstance* createEffect(const std::string& name, const Vec3& position, const Quat& rotation = {});
-    // Ends the emission for good; the particles live out. The caller forgets the instance.
+    // Ends the emission for good; the particles live out. Null does nothing.
     void release(EffectInstance* instance);
     // Removes everything at once: the end of a stage.
     void clear();
-    // Once per frame.
+    // Once per step of the timers. Spent effects give their pools back.
     void update();
+    // Every set with the camera's view current.
+    void render(Renderer& renderer) const;
     int liveParticles() const;
+    int playing() const { return static_cast<int>(playing_.size()); }
+
+    // What particles bounce off; none: they fall through. Must outlive its use here.
+    void setTiles(const SolidTiles* tiles) { tiles_ = tiles; }
+
+  private:
+    struct Effect {
+        EffectDesc desc;
+        std::vector<Material*> materials; // one a set; empty until first needed
+    };
+
+    Effect& find(const std::string& name);
+    Effect& withMaterials(const std::string& name);
+
+    std::map<std::string, Effect> effects_; // nodes stay: sets refer to their descriptions
+    std::vector<std::unique_ptr<EffectInstance>> playing_;
+    // Whoever started a spent effect may still hold it. Shells without pools, few enough for one stage.
+    std::vector<std::unique_ptr<EffectInstance>> spent_;
+    const SolidTiles* tiles_ = nullptr;
 };
 
 } // namespace Zelkor

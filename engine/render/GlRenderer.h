@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Platform.h"
+#include "fx/Billboards.h"
 #include "render/Image.h"
 #include "render/RenderLists.h"
 #include "render/RenderTarget.h"
@@ -12,6 +13,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace Zelkor {
 
@@ -104,8 +106,8 @@ class GlRenderer final : public Renderer {
 
     // Draws guiList.
     void renderGuiObject(bool tint) override;
-    // Nothing is drawn here yet: there are no particle systems to draw.
-    void renderParticles(ParticleSystem&) override {}
+    void renderParticles(ParticleSystem& system) override;
+
     // Nothing calls the first, and the second belongs to a shadow pass, which is never drawn.
     void buildStaticBatch(const Scene&) override {}
     void renderStaticBatch(int) override {}
@@ -164,6 +166,7 @@ class GlRenderer final : public Renderer {
     int lightCount_ = 0;
     int shadowCasterCount_ = 0;
     Material* edge_ = nullptr;
+    std::vector<BillboardVertex> billboards_; // of the particle system drawn last
     bool outlining_ = false;
     int guiBatchesInFrame_ = 0; // drawn since the last present
 };

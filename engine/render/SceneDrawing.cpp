@@ -3,6 +3,7 @@
 #include "animation/SkeletonInstance.h"
 #include "core/EngineManagers.h"
 #include "core/ProfileSections.h"
+#include "fx/ParticleManager.h"
 #include "render/RenderLists.h"
 #include "render/Renderer.h"
 #include "resources/Scene.h"
@@ -100,6 +101,8 @@ void renderScene(Scene& scene, Camera& camera) {
         renderUnit(*unit, scene, camera, false);
     for (Unit* unit : lists.special)
         renderUnit(*unit, scene, camera, true);
+    // Over all of it: smoke is tested against what is solid, and nothing is tested against smoke.
+    if (scene.showsEffects) managers.particleManager->render(renderer);
 }
 
 } // namespace Zelkor

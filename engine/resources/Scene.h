@@ -39,6 +39,7 @@ class Scene {
     float fogStart = 0; // or the density of exponential fog
     float fogEnd = 0;
     Vec3 fogColour;
+    bool showsEffects = false; // the particle effects play in this scene
 
   private:
     std::list<std::unique_ptr<Unit>> units_;
