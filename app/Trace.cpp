@@ -5,6 +5,7 @@
 #include "core/DebugManager.h"
 #include "core/EngineManagers.h"
 #include "core/TimerManager.h"
+#include "fx/ParticleManager.h"
 #include "game/Game.h"
 #include "game/GameCamera.h"
 #include "game/Session.h"
@@ -114,7 +115,7 @@ void TraceWriter::write(int frame, const Game& game) {
     line["hero"] = heroState(*game.thingyManager);
     line["actors"] = actorStates(*game.thingyManager);
     line["events"] = session ? eventStates(*session->eventList) : Json::array();
-    line["particles"] = 0;
+    line["particles"] = Zelkor::engineManagers()->particleManager->liveParticles();
     line["units"] = {{"scene", session ? session->scene.units().size() : 0}, {"drawn", renderer.drawnUnits}};
     out_ << line.dump() << '\n';
 }

@@ -47,6 +47,9 @@ constexpr const char* sharedMaterials[] = {"robot", "ts1", "train"};
 constexpr const char* sharedMeshes[] = {
     "bullet", "bomb1",  "bombfish", "pickups/cake1", "pickups/cake2", "tiles/tiles6/bridge_plank",
     "blood1", "blood2", "blood3",   "tiles/box",     "dynamite"};
+constexpr const char* sharedEffects[] = {
+    "turret_flash", "bullet_hit",     "bomb1_explosion", "animal_death",      "bandit_death",  "boss1_shells",
+    "main_gun_flash", "medusa_smoke", "robot1_wheel_dust", "rocket", "trainbombflame"};
 
 } // namespace
 
@@ -103,7 +106,9 @@ void Game::preloadAssets() {
     if (!chainWorks) settings->setOption(Settings::optionPostProcessing, 0);
     for (const char* mesh : sharedMeshes)
         engine.unitManager->preloadMaterials(mesh);
-    // Particle effects and sounds are loaded here as those parts of the game arrive.
+    for (const char* effect : sharedEffects)
+        engine.particleManager->preload(effect);
+    // Sounds are loaded here as that part of the game arrives.
 }
 
 void Game::startSession() {
@@ -141,6 +146,7 @@ void Game::runSubsteps() {
         engine.controllerManager->update();
         ++engine.renderer->updateCount;
         gameStep();
+        engine.particleManager->update(); // also while menus hold the game: its effects are bound to "main"
     }
 }
 

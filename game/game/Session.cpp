@@ -3,6 +3,7 @@
 #include "actors/ThingyManager.h"
 #include "core/EngineManagers.h"
 #include "core/Log.h"
+#include "fx/ParticleManager.h"
 #include "game/GameCamera.h"
 #include "render/Renderer.h"
 #include "world/EventList.h"
@@ -19,6 +20,11 @@ constexpr float lockReleased = -1000; // lock rate
 // things measure where their strokes lie.
 constexpr Vec3 sunPosition{-9600, 12000, 12800};
 
+// None in a session that only steps.
+ParticleManager* effects() {
+    return engineManagers() ? engineManagers()->particleManager.get() : nullptr;
+}
+
 } // namespace
 
 std::string stageFileName(int stage) {
@@ -32,6 +38,10 @@ Session::Session(ThingyManager& manager) : thingyManager(manager) {}
 Session::~Session() {
     thingyManager.clear();
     thingyManager.setScene(nullptr);
+    if (effects()) {
+        effects()->clear(); // after the actors, which let go of theirs
+        effects()->setTiles(nullptr);
+    }
     tileGrid.reset();
     camera.reset();
     eventList.reset();
@@ -51,6 +61,8 @@ void Session::start(int number, const std::string& fileName) {
     thingyManager.setScene(&scene);
     tileGrid = std::make_unique<TileGrid>(scene, levelUnits);
     tileGrid->loadTileSets();
+    scene.showsEffects = true;
+    if (effects()) effects()->setTiles(tileGrid.get());
     camera = std::make_unique<GameCamera>(scene);
     eventList = std::make_unique<EventList>(*this);
     logLine("load level");
@@ -91,6 +103,7 @@ void Session::restart() {
     tileGrid->loadLevel(fileName_, true);
     eventList->resetEvents();
     thingyManager.clear();
+    if (effects()) effects()->clear();
     eventList->startEvents();
     time = 0;
     restartRequested = false;

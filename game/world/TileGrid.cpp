@@ -99,6 +99,12 @@ Vec3 TileGrid::cellCentre(const Vec3& point) const {
             originY_ + tileSize * static_cast<float>(rowOf(point.y)), 0};
 }
 
+bool TileGrid::solidTileAt(const Vec3& point, SolidTile& tile) const {
+    const TileRecord* record = tileAt(point, TileType::solid);
+    if (record) tile = {record->position, record->size.x, record->size.y};
+    return record != nullptr;
+}
+
 void TileGrid::setCell(int column, int row, TileRecord* record) {
     if (include(column, row)) cell(column, row) = record;
 }

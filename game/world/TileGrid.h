@@ -2,6 +2,7 @@
 // that holds every tile of the play plane (z exactly 0). Tiles off the plane are drawn only.
 #pragma once
 
+#include "fx/ParticleSystem.h"
 #include "math/Math.h"
 #include "world/LevelFile.h"
 
@@ -50,12 +51,12 @@ struct RayHit {
     Zelkor::Vec3 point;
 };
 
-class TileGrid {
+class TileGrid : public Zelkor::SolidTiles {
   public:
     // Units of tiles are created in scene, which must outlive the grid. levelUnits is the session's list of
     // level units: the grid keeps it up to date, and nothing else changes it.
     TileGrid(Zelkor::Scene& scene, std::vector<Zelkor::Unit*>& levelUnits);
-    ~TileGrid();
+    ~TileGrid() override;
     TileGrid(const TileGrid&) = delete;
 
     // The definitions of the ten tile sets, in their fixed order.
@@ -76,6 +77,8 @@ class TileGrid {
 
     // None outside the grid, for an empty cell, or when the record's type has no bit of mask.
     TileRecord* tileAt(const Zelkor::Vec3& point, int mask) const;
+    // What particles bounce off.
+    bool solidTileAt(const Zelkor::Vec3& point, Zelkor::SolidTile& tile) const override;
     // The x where the run of occupied cells through (x, y) ends; direction < 1 looks left. x itself when the
     // point lies outside the grid.
     float edgeOfRun(float x, float y, int direction, int extraRows) const;

@@ -1,6 +1,5 @@
 #include "Sheet.h"
 
-#include "picture/Canvas.h"
 #include "render/GlRenderer.h"
 
 #include <algorithm>
@@ -22,25 +21,6 @@ struct Cell {
     std::string clip; // empty: at rest
     float seconds = 0;
 };
-
-// Every second pixel of the picture's middle, each the mean of four.
-forge::Canvas crop(const Image& image, int size) {
-    forge::Canvas canvas(size, size);
-    const int left = image.width / 2 - size, top = image.height / 2 - size;
-    for (int y = 0; y < size; ++y)
-        for (int x = 0; x < size; ++x)
-            for (int c = 0; c < 3; ++c) {
-                int sum = 0;
-                for (int k = 0; k < 4; ++k) {
-                    const int sourceX = left + 2 * x + k % 2, sourceY = top + 2 * y + k / 2;
-                    if (sourceX < 0 || sourceY < 0 || sourceX >= image.width || sourceY >= image.height)
-                        continue;
-                    sum += image.pixels[static_cast<std::size_t>((sourceY * image.width + sourceX) * 3 + c)];
-                }
-                canvas.rgb[static_cast<std::size_t>((y * size + x) * 3 + c)] = static_cast<uint8_t>(sum / 4);
-            }
-    return canvas;
-}
 
 class SheetPainter {
   public:
@@ -151,6 +131,24 @@ class SheetPainter {
 };
 
 } // namespace
+
+forge::Canvas crop(const Image& image, int size) {
+    forge::Canvas canvas(size, size);
+    const int left = image.width / 2 - size, top = image.height / 2 - size;
+    for (int y = 0; y < size; ++y)
+        for (int x = 0; x < size; ++x)
+            for (int c = 0; c < 3; ++c) {
+                int sum = 0;
+                for (int k = 0; k < 4; ++k) {
+                    const int sourceX = left + 2 * x + k % 2, sourceY = top + 2 * y + k / 2;
+                    if (sourceX < 0 || sourceY < 0 || sourceX >= image.width || sourceY >= image.height)
+                        continue;
+                    sum += image.pixels[static_cast<std::size_t>((sourceY * image.width + sourceX) * 3 + c)];
+                }
+                canvas.rgb[static_cast<std::size_t>((y * size + x) * 3 + c)] = static_cast<uint8_t>(sum / 4);
+            }
+    return canvas;
+}
 
 bool writeSheet(Studio& studio, const SheetOptions& options) {
     return SheetPainter(studio, options).paint();

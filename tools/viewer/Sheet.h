@@ -4,8 +4,14 @@
 #include "Exhibit.h"
 #include "Studio.h"
 
+#include "picture/Canvas.h"
+
 #include <string>
 #include <vector>
+
+namespace Zelkor {
+struct Image;
+}
 
 namespace viewer {
 
@@ -27,5 +33,8 @@ inline constexpr int sheetLines = 1440;
 
 // False, with a word on standard error, when a unit is missing or the file cannot be written.
 bool writeSheet(Studio& studio, const SheetOptions& options);
+
+// The middle of a picture, size pixels a side: each the mean of four of the picture's.
+forge::Canvas crop(const Zelkor::Image& image, int size);
 
 } // namespace viewer

@@ -66,7 +66,7 @@ void Studio::draw() {
 void Studio::redraw(int which) {
     const float offset = static_cast<float>(which % 4) * 0.25f;
     for (const char* name : {"sketchshader", "sketchstatic", "sketchshaderflat", "sketchshaderbg",
-                             "sketchshaderflatbg", "ladder", "sketchcolor"})
+                             "sketchshaderflatbg", "ladder", "sketchcolor", "sketchparticle"})
         managers_->materialManager->setSketchOffset(renderer().loadShader(name), offset, offset, 0, 0);
 }
 

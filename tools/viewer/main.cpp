@@ -1,4 +1,5 @@
-// rustpike-viewer: looks at units, clip by clip, in a window or as a contact sheet.
+// rustpike-viewer: looks at units, clip by clip, and at particle effects, in a window or as a contact sheet.
+#include "EffectShow.h"
 #include "Exhibit.h"
 #include "Orbit.h"
 #include "Sheet.h"
@@ -17,6 +18,7 @@ constexpr int windowWidth = 1280, windowHeight = 720;
 
 struct Arguments {
     viewer::SheetOptions sheet;
+    viewer::EffectOptions effects;
     std::string data;
     bool headless = false;
     int frames = -1;
@@ -24,8 +26,11 @@ struct Arguments {
 
 void describe(CLI::App& app, Arguments& arguments) {
     viewer::SheetOptions& sheet = arguments.sheet;
-    app.add_option("--unit", sheet.units, "A unit, as corvan or tiles/area1/ladder; may be repeated")
-        ->required();
+    CLI::Option_group* subject = app.add_option_group("What to show");
+    subject->add_option("--unit", sheet.units, "A unit, as corvan or tiles/area1/ladder; may be repeated");
+    subject->add_option("--effect", arguments.effects.effects, "A particle effect; may be repeated");
+    subject->require_option(1);
+    app.add_option("--drift", arguments.effects.drift, "Speed of an effect to the right, units per second");
     app.add_option("--hold", sheet.held, "UNIT@JOINT: a unit in the hand of the other; may be repeated");
     app.add_option("--clip", sheet.clips, "Only these clips; may be repeated");
     app.add_option("--sheet", sheet.file, "Write a contact sheet instead of opening a window")
@@ -54,6 +59,16 @@ int show(const Arguments& arguments, platform::Platform& system, viewer::Studio&
         .run(arguments.frames);
 }
 
+// What units and effects have in common is said once.
+viewer::EffectOptions effectOptions(const CLI::App& app, const Arguments& arguments) {
+    viewer::EffectOptions options = arguments.effects;
+    options.zoom = arguments.sheet.zoom;
+    options.size = arguments.sheet.size;
+    options.file = arguments.sheet.file;
+    if (app.count("--moments") > 0) options.moments = arguments.sheet.moments;
+    return options;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -77,6 +92,10 @@ int main(int argc, char** argv) {
     const int height = sheet ? viewer::sheetLines : windowHeight;
     const int width = sheet ? viewer::sheetLines : windowWidth;
     if (!studio.open(arguments.data, width, height)) return 1;
+    if (!arguments.effects.effects.empty()) {
+        viewer::EffectShow effects(studio, effectOptions(app, arguments));
+        return sheet ? !effects.writeStrips() : effects.run(system, arguments.frames);
+    }
     if (sheet) return viewer::writeSheet(studio, arguments.sheet) ? 0 : 1;
     return show(arguments, system, studio);
 }

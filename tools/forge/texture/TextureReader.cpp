@@ -2,6 +2,7 @@
 
 #include "text/Interpreter.h"
 #include "texture/Hatch.h"
+#include "texture/SpriteReader.h"
 #include "texture/Surfaces.h"
 
 #include <optional>
@@ -78,11 +79,14 @@ TextureSource readTexture(const std::string& path) {
             image = hatch(s, scope);
         else if (s.keyword == "paper")
             image = paper(s, scope);
-        else if (s.keyword == "wood" || s.keyword == "rock" || s.keyword == "brick" ||
+        else if (s.keyword == "sprite") {
+            const Arguments args(s, scope, "size seed");
+            image = readSprite(interpreter, s, scope, sizeOf(args, 128), args.integer("seed", 1));
+        } else if (s.keyword == "wood" || s.keyword == "rock" || s.keyword == "brick" ||
                  s.keyword == "foliage" || s.keyword == "wash")
             image = surface(s, scope);
         else
-            failUnknown(s, "hatch paper wood rock brick foliage wash");
+            failUnknown(s, "hatch paper sprite wood rock brick foliage wash");
     });
     if (!image) throw SourceError({path, 1, 1}, "the texture has no generator");
     return {std::move(*image), interpreter.files()};
