@@ -38,7 +38,8 @@ header() {
 }
 
 # --- Notes. abc2midi warns of bars that do not add up and of voices that end apart; neither may loop.
-abc2midi "$tune" -o "$work/tune.mid" >"$work/notes" 2>&1 || fail "abc2midi failed: $(tail -n 1 "$work/notes")"
+abc2midi "$tune" -o "$work/tune.mid" >"$work/notes" 2>&1 ||
+  fail "abc2midi broke off (are there more numbers than hits after a %%MIDI drum?) $(sed 1d "$work/notes" | tail -n 1)"
 if grep -E 'Warning|Error' "$work/notes" >"$work/faults"; then
   sed "s|^.*line-char \([0-9]*\)-[0-9]* : |$tune:\1: |" "$work/faults" >&2
   exit 1
@@ -103,7 +104,8 @@ sox -V1 -D "$work/loop.wav" -b 24 "$work/level.wav" vol "${gain}dB"
 # One serial number a name, so that the same source gives the same bytes.
 mkdir -p "$(dirname "$ogg")"
 serial=$(basename "$tune" .abc | cksum | cut -c 1-9 | tr -d ' ')
-oggenc -Q -q 4 -s "$serial" -o "$work/tune.ogg" "$work/level.wav" >"$work/log" 2>&1 || fail "oggenc: $(tail -n 1 "$work/log")"
+oggenc -Q -q 4 -s "$serial" -o "$work/tune.ogg" "$work/level.wav" >"$work/log" 2>&1 ||
+  fail "oggenc: $(tail -n 1 "$work/log")"
 
 # --- What players will hear: decoded again and measured.
 sox -V1 "$work/tune.ogg" -e float -b 32 "$work/heard.wav"
