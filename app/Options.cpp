@@ -36,7 +36,7 @@ std::optional<Options> parseCommandLine(int argc, const char* const* argv, int& 
     app.add_option("--settings", options.settings, "The folder of the settings file, instead of the player's")
         ->type_name("DIR");
     app.add_flag("--headless", options.headless,
-                 "No window, no sound card, no message box, and no settings file without --settings");
+                 "No window, no message box, nothing heard, and no settings file without --settings");
     app.add_option_function<std::string>(
            "--size",
            [&](const std::string& text) {
@@ -100,6 +100,8 @@ std::optional<Options> parseCommandLine(int argc, const char* const* argv, int& 
     app.add_option("--measure", options.measure,
                    "Write how light and how ragged the picture is and what each frame changes, as JSON")
         ->type_name("FILE");
+    app.add_option("--sound-file", options.soundFile, "Write what is heard to a wave file, instead of playing it")
+        ->type_name("FILE.wav");
     app.add_flag("--check-data", options.checkData, "Read every data file and list what is wrong");
     try {
         app.parse(argc, argv);

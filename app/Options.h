@@ -31,6 +31,7 @@ struct Options {
     std::filesystem::path trace;
     int traceEvery = 1;
     std::filesystem::path profile, measure;
+    std::filesystem::path soundFile;
     bool checkData = false;
     // The picture, in this run only.
     std::optional<bool> postProcessing, flicker;

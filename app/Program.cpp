@@ -4,6 +4,7 @@
 #include "Platform.h"
 #include "Trace.h"
 
+#include "audio/AudioManager.h"
 #include "core/DebugManager.h"
 #include "core/EngineManagers.h"
 #include "core/Log.h"
@@ -206,6 +207,7 @@ int mainLoop(platform::Platform& system, const Options& options, Game& game, Rec
             if (message.kind == platform::MessageKind::quit) return message.code;
             renderer.handleMessage(message);
         }
+        managers.audioManager->setAudible(renderer.hasFocus() || !renderer.fullscreen);
         if (renderer.active) {
             recording.beforeFrame(frame, controllers, renderer);
             if (options.fade && game.camera()) game.camera()->fade = *options.fade;
@@ -262,6 +264,12 @@ int runProgram(platform::Platform& system, const Options& options) {
     logLine("init profiler");
     managers->debugManager->startUp();
     managers->debugManager->showProfiler = options.showProfiler;
+    managers->audioManager->initAudio(static_cast<Zelkor::GlRenderer&>(*managers->renderer).window());
+    if (!options.soundFile.empty() && !managers->audioManager->hasDevice()) {
+        std::fprintf(stderr, "rustpike: cannot write %s\n", options.soundFile.c_str());
+        Zelkor::Log::instance().close();
+        return 1;
+    }
     managers->controllerManager->startJoysticks();
 
     logLine("create game");

@@ -2,6 +2,7 @@
 
 #include "actors/ThingyManager.h"
 #include "actors/player/PlayerStandard.h"
+#include "audio/AudioManager.h"
 #include "core/DebugManager.h"
 #include "core/EngineManagers.h"
 #include "core/TimerManager.h"
@@ -109,7 +110,7 @@ void TraceWriter::write(int frame, const Game& game) {
                  {"stage", game.currentStage},
                  {"session", session != nullptr},
                  {"menus", Json::array()},
-                 {"music", ""},
+                 {"music", Zelkor::engineManagers()->audioManager->musicName},
                  {"timers", timers()}};
     line["camera"] = session ? cameraState(*session->camera) : Json();
     line["hero"] = heroState(*game.thingyManager);

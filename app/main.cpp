@@ -24,7 +24,7 @@ int main(int argc, char** argv) {
                    stderr);
         return exitNoDisplay;
     }
-    platform::SdlPlatform system({.headless = headless});
+    platform::SdlPlatform system({.headless = headless, .soundFile = options->soundFile});
     platform::setCurrent(&system);
     std::error_code ignored;
     const auto executable = std::filesystem::canonical(argv[0], ignored);

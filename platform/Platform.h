@@ -202,6 +202,12 @@ class SoundDevice {
     virtual bool setMixFormat(const SoundFormat& format) = 0;
     // Null on failure.
     virtual std::unique_ptr<SoundBuffer> createBuffer(const SoundFormat& format, std::size_t bytes) = 0;
+    // Once a step of the program, with the seconds that it stands for: what plays in a loop takes up what was
+    // written, and a device that was lost is looked for. Steps may fail to come for a while; what plays in a
+    // loop then falls silent sooner or later and goes on where it was.
+    virtual void update(float seconds) = 0;
+    // False: everything plays on unheard. True at first.
+    virtual void setAudible(bool audible) = 0;
 };
 
 // --- The system

@@ -75,22 +75,16 @@ void StrictTokens::report(int line, const std::string& reason) {
     findings_.push_back({file_, line, reason});
 }
 
-bool dataFileExists(const std::string& name) {
-    std::FILE* file = Zelkor::openDataFile(name);
-    if (file) std::fclose(file);
-    return file != nullptr;
-}
-
 bool meshExists(const std::string& name) {
-    return dataFileExists("units/" + name + ".mesh");
+    return Zelkor::dataFileExists("units/" + name + ".mesh");
 }
 
 bool textureExists(const std::string& name) {
-    return dataFileExists("textures/" + name + ".tga");
+    return Zelkor::dataFileExists("textures/" + name + ".tga");
 }
 
 bool shaderExists(const std::string& name) {
     const char* folders[] = {"shaders/", "shaders/post/", "shaders/direct/"};
     return std::any_of(std::begin(folders), std::end(folders),
-                       [&](const char* folder) { return dataFileExists(folder + name + ".shader"); });
+                       [&](const char* folder) { return Zelkor::dataFileExists(folder + name + ".shader"); });
 }

@@ -51,8 +51,6 @@ class StrictTokens {
     Findings& findings_;
 };
 
-// Whether "data/" + name can be opened.
-bool dataFileExists(const std::string& name);
 bool meshExists(const std::string& name);
 bool textureExists(const std::string& name);
 // In the folder itself or in either of its sub-folders "post" and "direct".

@@ -53,12 +53,15 @@ std::optional<fs::path> dataPath(const std::string& name) {
     return path;
 }
 
-std::FILE* openDataFile(const std::string& name) {
+bool dataFileExists(const std::string& name) {
     const auto path = dataPath(name);
     std::error_code error;
+    return path && fs::is_regular_file(*path, error);
+}
+
+std::FILE* openDataFile(const std::string& name) {
     // Asked before opening: to open a pipe would wait for its writer.
-    if (!path || !fs::is_regular_file(*path, error)) return nullptr;
-    return std::fopen(path->string().c_str(), "rb");
+    return dataFileExists(name) ? std::fopen(dataPath(name)->string().c_str(), "rb") : nullptr;
 }
 
 std::unique_ptr<TokenReader> openDataTokens(const std::string& name) {

@@ -24,6 +24,7 @@ std::optional<std::filesystem::path> dataPath(const std::string& name);
 // Opened in mode "rb"; null when it does not exist, is no regular file or lies outside.
 std::FILE* openDataFile(const std::string& name);
 std::unique_ptr<TokenReader> openDataTokens(const std::string& name);
+bool dataFileExists(const std::string& name);
 // The whole file, or none.
 std::optional<std::vector<uint8_t>> readDataFile(const std::string& name);
 

@@ -4,6 +4,7 @@
 #include "audio/AudioManager.h"
 #include "core/DebugManager.h"
 #include "core/EngineManagers.h"
+#include "core/Log.h"
 #include "core/Random.h"
 #include "core/TimerManager.h"
 #include "fx/ParticleManager.h"
@@ -50,6 +51,11 @@ constexpr const char* sharedMeshes[] = {
 constexpr const char* sharedEffects[] = {
     "turret_flash", "bullet_hit",     "bomb1_explosion", "animal_death",      "bandit_death",  "boss1_shells",
     "main_gun_flash", "medusa_smoke", "robot1_wheel_dust", "rocket", "trainbombflame"};
+constexpr const char* sharedSounds[] = {
+    "boss1firedown", "boss1fireup",   "boss1land",   "boss2fire",  "boss2punch", "boss2punchload", "boss3grapple",
+    "boss3linkclaw", "boss3rope",     "boss3punch",  "bullethit",  "cartjump",   "cartland",       "dropballoon",
+    "duck",          "elecbeam",      "explosion1",  "firebomb",   "fullballoon", "hit",           "horse",
+    "land1",         "laser",         "pickup",      "playerdie",  "playerhurt", "shot1"};
 
 } // namespace
 
@@ -64,7 +70,7 @@ Game::Game(std::optional<std::filesystem::path> settingsFolder)
     timers.addTimer("player");
     currentGame = this;
     thingyManager = std::make_unique<ThingyManager>();
-    engineManagers()->audioManager->musicGain = musicGain;
+    engineManagers()->audioManager->setMusicGain(musicGain);
     settings->load();
     currentStage = std::clamp(settings->unlockedStage, 0, stageCount - 1);
 }
@@ -108,7 +114,10 @@ void Game::preloadAssets() {
         engine.unitManager->preloadMaterials(mesh);
     for (const char* effect : sharedEffects)
         engine.particleManager->preload(effect);
-    // Sounds are loaded here as that part of the game arrives.
+    logLine("load Sounds");
+    for (const char* sound : sharedSounds)
+        engine.audioManager->soundIndex(sound);
+    logLine("load Sounds done");
 }
 
 void Game::startSession() {

@@ -146,7 +146,7 @@ void Settings::setOption(int option, float value) {
         break;
     case optionMusicVolume:
         musicVolume = whole;
-        audio.musicVolume = value * percent;
+        audio.setMusicVolume(value * percent);
         break;
     case optionTouchControls:
         touchControls = whole;

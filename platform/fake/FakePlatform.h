@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Platform.h"
+#include "fake/FakeSound.h"
 
 #include <deque>
 #include <string>
@@ -46,6 +47,7 @@ class FakePlatform final : public Platform {
     };
     std::vector<Joystick> joysticks;
     std::optional<PadState> padState;
+    FakeSoundCard sound; // also what reached it
     std::deque<Message> messages;
 
     void pressKey(int code) { messages.push_back({.kind = MessageKind::key, .down = true, .code = code}); }
@@ -78,7 +80,7 @@ class FakePlatform final : public Platform {
     std::optional<std::string> startJoystick(int index) override;
     bool readJoystick(int index, JoystickState& state) override;
     std::optional<PadState> pad() override { return padState; }
-    std::unique_ptr<SoundDevice> createSoundDevice(Window*) override { return nullptr; }
+    std::unique_ptr<SoundDevice> createSoundDevice(Window*) override { return sound.open(); }
 
   private:
     Platform* previous_ = nullptr;

@@ -1,5 +1,6 @@
 #include "sdl/SdlPlatform.h"
 
+#include "sdl/AlSoundDevice.h"
 #include "sdl/SdlControllers.h"
 #include "sdl/SdlKeys.h"
 #include "sdl/SdlWindow.h"
@@ -118,6 +119,7 @@ std::optional<Message> fromEvent(const SDL_Event& event) {
 
 struct SdlPlatform::State {
     SdlDesktop desktop;
+    std::filesystem::path soundFile;
     bool videoReady = false;
     std::optional<int> quitCode;
     std::optional<SDL_DisplayMode> chosenMode; // what full-screen windows use instead of the desktop's
@@ -154,6 +156,7 @@ std::vector<SDL_DisplayMode> SdlPlatform::State::sdlModes() {
 
 SdlPlatform::SdlPlatform(SdlOptions options) : state_(std::make_unique<State>()) {
     state_->desktop.headless = options.headless;
+    state_->soundFile = std::move(options.soundFile);
 }
 
 SdlPlatform::~SdlPlatform() = default;
@@ -310,7 +313,8 @@ std::optional<PadState> SdlPlatform::pad() {
 }
 
 std::unique_ptr<SoundDevice> SdlPlatform::createSoundDevice(Window*) {
-    return nullptr;
+    if (!state_->soundFile.empty()) return AlSoundDevice::openFile(state_->soundFile);
+    return state_->desktop.headless ? AlSoundDevice::openUnheard() : AlSoundDevice::openSpeakers();
 }
 
 } // namespace platform

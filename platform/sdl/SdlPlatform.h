@@ -8,10 +8,12 @@
 namespace platform {
 
 struct SdlOptions {
-    // Windows without a screen: same context, same picture, no focus, no cursor, no sound card, and no
-    // message box (texts go to standard error, questions are answered Yes). No display modes either: any
-    // window size is as good as another, and a full-screen window is refused.
+    // Windows without a screen: same context, same picture, no focus, no cursor, and no message box (texts go
+    // to standard error, questions are answered Yes). No display modes either: any window size is as good as
+    // another, and a full-screen window is refused. Sound is mixed and thrown away.
     bool headless = false;
+    // Sound goes into this wave file instead, in the program's own time: a second of updates is a second there.
+    std::filesystem::path soundFile = {};
 };
 
 class SdlPlatform final : public Platform {
@@ -42,7 +44,7 @@ class SdlPlatform final : public Platform {
     std::optional<std::string> startJoystick(int index) override;
     bool readJoystick(int index, JoystickState& state) override;
     std::optional<PadState> pad() override;
-    // Always null: there is no mixer behind this system yet.
+    // One at a time.
     std::unique_ptr<SoundDevice> createSoundDevice(Window* window) override;
 
   private:

@@ -1,5 +1,6 @@
 #include "actors/player/PlayerInAirState.h"
 
+#include "actors/ActorSound.h"
 #include "actors/player/HeroClips.h"
 #include "actors/player/HeroConstants.h"
 #include "actors/player/PlayerStandard.h"
@@ -38,6 +39,7 @@ void PlayerInAirState::fall(float dt) {
 
 // A jump pressed in the very step of a landing must not be lost: the ground would see it only as held.
 void PlayerInAirState::land() {
+    if (hero.velocity.y < -heroConstants.hardLandingSpeed) playSoundAt("land1", hero.position());
     hero.velocity.y = 0;
     hero.changeState(onGround);
     if (!hero.input.pressed(PlayerInputSnapshot::jump)) return;

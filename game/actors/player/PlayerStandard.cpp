@@ -1,5 +1,6 @@
 #include "actors/player/PlayerStandard.h"
 
+#include "actors/ActorSound.h"
 #include "actors/ThingyManager.h"
 #include "actors/platforms/Platform.h"
 #include "actors/player/HeroClips.h"
@@ -313,6 +314,7 @@ int PlayerStandard::onHit(const Attack& attack) {
         world_.camera->shakeAmplitude = heroConstants.shakeAmplitude;
         world_.camera->shakeDecay = heroConstants.shakeDecay;
     }
+    playSoundAt("playerhurt", position());
     if (!cart) changeState(PlayerState::hurt);
     health -= 1;
     if (health <= 0) die(false);
@@ -326,6 +328,7 @@ void PlayerStandard::die(bool /*fallingOut*/) {
         velocity = {-heroConstants.knockSpeed * static_cast<float>(facing), heroConstants.knockUpSpeed, 0};
         playClip(*unit, HeroClips::hurtFront);
         changeState(PlayerState::hurt);
+        playSoundAt("playerhurt", position());
     }
     setClipSpeed(*unit, HeroClips::hurtFront.name, heroConstants.deathPoseSpeed);
     setClipSpeed(*unit, HeroClips::hurtBack.name, heroConstants.deathPoseSpeed);

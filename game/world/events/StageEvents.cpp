@@ -2,6 +2,8 @@
 
 #include "actors/ThingyManager.h"
 #include "actors/rides/RailThingy.h"
+#include "audio/AudioManager.h"
+#include "core/EngineManagers.h"
 #include "game/Session.h"
 #include "io/TokenReader.h"
 #include "world/events/EventFields.h"
@@ -49,6 +51,10 @@ OpenMenuEvent::OpenMenuEvent(EventList& owner, TokenReader& reader) : Event(owne
 MusicEvent::MusicEvent(EventList& owner, TokenReader& reader) : Event(owner) {
     position = EventFields::position(reader);
     track = reader.readWord();
+}
+
+void MusicEvent::activate() {
+    engineManagers()->audioManager->playMusic(track);
 }
 
 RailEvent::RailEvent(EventList& owner, TokenReader& reader) : Event(owner) {

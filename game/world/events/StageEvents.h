@@ -28,9 +28,7 @@ class OptionEvent : public Event {
     float value = 0;
 };
 
-// The two below are read and kept only. What they set off (menus, music) comes with those parts of the game;
-// until then their activation changes nothing.
-
+// Read and kept only: the menus that it opens come with that part of the game.
 class OpenMenuEvent : public Event {
   public:
     static constexpr const char* name = "OpenMenu";
@@ -40,10 +38,12 @@ class OpenMenuEvent : public Event {
     int menu = 0;
 };
 
+// Changes to a track.
 class MusicEvent : public Event {
   public:
     static constexpr const char* name = "Music";
     MusicEvent(EventList& owner, Zelkor::TokenReader& reader);
+    void activate() override;
     const char* keyword() const override { return name; }
 
     std::string track;
