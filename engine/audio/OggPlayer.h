@@ -34,7 +34,7 @@ class OggPlayer {
 
     bool hasBuffer() const { return buffer_ != nullptr; }
     bool playing() const { return playing_; }
-    // Cleared while it plays, the track ends: its rest is heard, then a segment of silence, then it stops.
+    // play() sets it. Cleared while the track plays, that stops two segment changes after its end was decoded.
     bool loop = false;
 
   private:

@@ -248,6 +248,7 @@ void AlSoundBuffer::silence() {
 }
 
 void AlSoundBuffer::releaseVoice() {
+    if (isLooping()) position_ = position();
     silence();
     if (!loop_) wanted_ = false;
     if (source_) alDeleteSources(1, &source_);

@@ -63,6 +63,7 @@ void WaveFile::writeHeader() {
     number(dataBytes_, 4);
     std::rewind(file_);
     std::fwrite(header.data(), 1, header.size(), file_);
+    std::fflush(file_);
 }
 
 } // namespace platform
