@@ -1,6 +1,7 @@
 #include "CheckData.h"
 
 #include "check/CheckMaterials.h"
+#include "check/CheckSounds.h"
 #include "check/CheckStages.h"
 #include "check/Findings.h"
 
@@ -127,6 +128,8 @@ int checkData() {
             [&](const std::string& file) { checkMaterialFile(file, data.findings, data.materials); });
     checkShaders(data);
     forEach(data, "textures/", ".tga", [&](const std::string& file) { checkTexture(data, file); });
+    forEach(data, "sound/", ".wav", [&](const std::string& file) { checkWavFile(file, data.findings); });
+    forEach(data, "sound/", ".ogg", [&](const std::string& file) { checkOggFile(file, data.findings); });
     forEach(data, "units/", ".skel", [&](const std::string& file) { checkSkeleton(data, file); });
     forEach(data, "units/", ".mesh", [&](const std::string& file) { checkMesh(data, file); });
     forEach(data, "units/tiles/", "tiledef.txt",

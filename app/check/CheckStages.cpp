@@ -1,6 +1,7 @@
 #include "check/CheckStages.h"
 
 #include "actors/ThingyManager.h"
+#include "io/DataFiles.h"
 
 #include <map>
 #include <set>
@@ -67,7 +68,10 @@ void checkFields(StrictTokens& tokens, const EventLayout& layout) {
         if (group == 'r') numbers(tokens, "rot", 4);
         if (group == 'b') checkBox(tokens);
         if (group == 't') checkSpawnType(tokens);
-        if (group == 'w') tokens.word();
+        if (group == 'w') {
+            const std::string track = tokens.word();
+            if (!Zelkor::dataFileExists("sound/" + track + ".ogg")) tokens.report("missing track '" + track + "'");
+        }
         if (group == 'm') {
             tokens.label("mesh");
             const std::string mesh = tokens.word();

@@ -1,5 +1,7 @@
 #include "check/CheckMaterials.h"
+#include "check/CheckSounds.h"
 #include "check/CheckStages.h"
+#include "engine/audio/WavBytes.h"
 #include "support/TempData.h"
 
 #include <gtest/gtest.h>
@@ -73,6 +75,24 @@ TEST(CheckData, EventsAreCheckedFieldByField) {
     EXPECT_TRUE(has("3: the box is empty"));
     EXPECT_TRUE(has("3: a trigger to event 7 of 2"));
     EXPECT_TRUE(has("4: unknown word 'Dealy{'"));
+}
+
+TEST(CheckData, SoundsAndTracks) {
+    TempData data;
+    data.write("sound/hit.wav", wavFile(wavFormat() + riffChunk("data", "abcd")));
+    data.write("sound/hit_2.wav", wavFile(wavFormat(1, 1, 22050, 24) + riffChunk("data", "abcd")));
+    data.write("sound/lone_5.wav", wavFile(wavFormat() + riffChunk("data", "abcd", 9)));
+    data.write("sound/area_51.wav", wavFile(wavFormat() + riffChunk("data", "abcd")));
+    data.write("sound/song.ogg", "OggS");
+    Findings findings;
+    for (const char* file : {"sound/hit.wav", "sound/hit_2.wav", "sound/lone_5.wav", "sound/area_51.wav"})
+        checkWavFile(file, findings);
+    checkOggFile("sound/song.ogg", findings);
+    const std::vector<std::string> expected = {
+        "0: not 1 or 2 channels of 8 or 16 bits at 1000 to 192000 samples a second",
+        "0: the data is cut short", "0: a variant of sound/lone.wav, which is missing",
+        "0: no Ogg Vorbis file"};
+    EXPECT_EQ(lines(findings), expected);
 }
 
 TEST(CheckData, LevelsAndTileDefinitions) {
