@@ -15,5 +15,5 @@ void main()
 {
     float pictureHeight = -2.6 / resScale.w;
     float grain = texture2D(tex, gl_FragCoord.xy * (720.0 / pictureHeight) / 256.0).r;
-    gl_FragColor = vec4(vec3(0.05 * grain * grain + 0.25 * fade), 1.0);
+    gl_FragColor = vec4(vec3(0.015 * grain * grain + 0.25 * fade), 1.0);
 }

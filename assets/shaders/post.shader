@@ -62,9 +62,9 @@ void main()
     // Each redraw the lines wander elsewhere by about a pixel, slowly along their way.
     vec2 jump = floor(fract(sketchOffset.xy) * 4.0) * vec2(0.27, 0.41);
     vec2 wander = vec2(texture2D(tex2, point * 0.00031 + jump).r, texture2D(tex2, point * 0.00031 + jump + 0.37).r) - 0.5;
-    vec4 drawn = smoothDrawing(at + wander * 2.6 * one, pixel);
+    vec4 drawn = smoothDrawing(at + wander * 2.0 * one, pixel);
     // The hand goes over its lines a second time, more lightly, and does not quite meet them.
-    vec3 again = drawing(at + (vec2(1.6, -1.1) - wander.yx * 5.0) * one).rgb;
+    vec3 again = drawing(at + (vec2(1.6, -1.1) - wander.yx * 4.0) * one).rgb;
     vec3 picture = min(drawn.rgb, 1.0 - (1.0 - again) * 0.28);
     // Figures have a little clear paper around them.
     vec4 around = texture2D(tex, at);

@@ -37,6 +37,9 @@ vec3 fixedColour(float low, float high, float swing, float weight)
     vec2 drawn = facePlace();
     float tone = mix(low + toneLow, high + toneHigh, light) - 0.25 * before;
     tone = mix(tone, 1.0, 0.35 * behind);
-    vec3 colour = pencil(drawn, tone, swing * drift(drawn), weight * (1.0 - 0.55 * behind) + 0.2 * before);
+    // What does not move keeps most of its strokes: each redraw goes over them a hair aside, adds some and leaves out
+    // others. Whole screens of strokes that jump tire the eye.
+    float spread = swing * drift(drawn) + 0.08 * drift(drawn * 2.3 + redrawJump() * 5.0);
+    vec3 colour = shaded(drawn + redrawJump() * 0.004, tone, spread, weight * (1.0 - 0.55 * behind) + 0.2 * before);
     return mix(mix(colour, graphite, 0.3 * before), paperColour, 0.42 * behind);
 }

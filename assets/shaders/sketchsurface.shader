@@ -16,12 +16,12 @@ float drift(vec2 place)
     vec2 p = place * 4.5;
     return sin(p.x * 1.3 + 1.7 * sin(p.y * 0.9)) * sin(p.y * 1.7 + 1.3 * sin(p.x * 0.7 + 2.0));
 }
-// place: where on the hatch texture this point is drawn. tone: 1 bare paper, 0 the pencil's full weight.
+// at: the point of the hatch texture drawn here. tone: 1 bare paper, 0 the pencil's full weight.
 // spread: what the drift of the hand adds to the tone of the strokes, though not to the wash under them.
 // weight: how dark one stroke is, 0..1.
-vec3 pencil(vec2 place, float tone, float spread, float weight)
+vec3 shaded(vec2 at, float tone, float spread, float weight)
 {
-    float stroke = texture2D(tex, place + redrawJump()).r;
+    float stroke = texture2D(tex, at).r;
     float grain = paperGrain();
     float stroked = tone + spread;
     float ink = smoothstep(stroked - 0.13, stroked + 0.09, stroke);
@@ -33,6 +33,11 @@ vec3 pencil(vec2 place, float tone, float spread, float weight)
     vec3 ground = mix(paperColour, colour, cover);
     vec3 lead = mix(graphite, colour * 0.4, 0.25);
     return mix(ground, lead, ink * pressure);
+}
+// The same for what lives: each redraw lays other strokes.
+vec3 pencil(vec2 place, float tone, float spread, float weight)
+{
+    return shaded(place + redrawJump(), tone, spread, weight);
 }
 vec3 pencil(vec2 place, float tone, float weight)
 {
