@@ -24,7 +24,9 @@ TEST(Options, EverythingAtOnce) {
                                 "b@c.png@12", "--trace",
                                 "t",          "--trace-every",
                                 "5",          "--profile",
-                                "p",          "--windowed"},
+                                "p",          "--windowed",
+                                "--post",     "off",
+                                "--fade",     "0.4"},
                                exitCode);
     ASSERT_TRUE(options);
     EXPECT_EQ(options->data, "d");
@@ -41,6 +43,8 @@ TEST(Options, EverythingAtOnce) {
     EXPECT_EQ(options->traceEvery, 5);
     EXPECT_EQ(options->fullscreen, false);
     EXPECT_FALSE(options->checkData);
+    EXPECT_EQ(options->postProcessing, false);
+    EXPECT_FLOAT_EQ(*options->fade, 0.4f);
 }
 
 TEST(Options, NothingGivenLeavesEverythingOpen) {
@@ -74,6 +78,8 @@ TEST(Options, BadLinesEndWithOne) {
                                                          {"--screenshot", "a.png@"},
                                                          {"--trace-every", "0"},
                                                          {"--nonsense"},
+                                                         {"--flicker", "maybe"},
+                                                         {"--super-sample", "3"},
                                                          {"--windowed", "--fullscreen"}};
     for (const auto& line : lines) {
         int exitCode = -1;
