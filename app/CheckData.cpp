@@ -1,5 +1,6 @@
 #include "CheckData.h"
 
+#include "check/CheckEffects.h"
 #include "check/CheckMaterials.h"
 #include "check/CheckSounds.h"
 #include "check/CheckStages.h"
@@ -134,6 +135,8 @@ int checkData() {
     forEach(data, "units/", ".mesh", [&](const std::string& file) { checkMesh(data, file); });
     forEach(data, "units/tiles/", "tiledef.txt",
             [&](const std::string& file) { checkTileDefFile(file, data.findings); });
+    forEach(data, "effects/", ".effect",
+            [&](const std::string& file) { checkEffectFile(file, data.findings, data.materials); });
     forEach(data, "levels/", ".level", [&](const std::string& file) { checkLevelFile(file, data.findings); });
     forEach(data, "levels/", ".event", [&](const std::string& file) { checkEventFile(file, data.findings); });
 

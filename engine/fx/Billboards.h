@@ -3,7 +3,6 @@
 
 #include "math/Math.h"
 
-#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -14,7 +13,7 @@ class ParticleSystem;
 struct BillboardVertex {
     Vec3 position; // in the world
     Vec2 texCoord;
-    std::array<std::uint8_t, 4> colour; // red, green, blue, alpha
+    std::uint32_t colour; // bytes from the lowest: red, green, blue, alpha
 };
 
 // Four vertices for each live particle, in the order of the pool, anticlockwise from the upper left. The

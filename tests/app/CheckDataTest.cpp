@@ -1,3 +1,4 @@
+#include "check/CheckEffects.h"
 #include "check/CheckMaterials.h"
 #include "check/CheckSounds.h"
 #include "check/CheckStages.h"
@@ -112,6 +113,26 @@ TEST(CheckData, LevelsAndTileDefinitions) {
     EXPECT_EQ(lines(findings), (std::vector<std::string>{"2: missing mesh 'tiles/area1/lost'",
                                                          "3: unknown word 'typ'", "3: unknown word '1'",
                                                          "3: entry 'ground' has no ';' and is not used"}));
+}
+
+TEST(CheckData, EffectsNameLineAndReason) {
+    TempData data;
+    data.write("textures/fx/puff.tga", "");
+    data.write("sound/boom.wav", "");
+    data.write("effects/good.effect", "Effect{\n Sound boom\n ParticleSet {\n texture fx/puff num_particles 3\n"
+                                      " Emitter{ dir 0 1 0 }\n Affector{ collision x } }\n}\n");
+    data.write("effects/bad.effect", "Efect{\nEffect{\n Sound bang\n ParticleSet{\n texture fx/lost material m\n"
+                                     " num_particles 70000 blend_mode 7 lin_alpha\n Emitter{ dir 0 1 up }\n");
+    Findings findings;
+    checkEffectFile("effects/good.effect", findings, {});
+    EXPECT_EQ(lines(findings), std::vector<std::string>());
+    checkEffectFile("effects/bad.effect", findings, {"particle"});
+    EXPECT_EQ(lines(findings),
+              (std::vector<std::string>{
+                  "1: expected 'Effect{', found 'Efect{'", "3: missing sound 'bang'", "5: missing texture 'fx/lost'",
+                  "5: missing material 'm'", "6: unknown blend mode 7", "6: unknown keyword 'lin_alpha' in ParticleSet",
+                  "7: dir is no number: 'up'", "4: ParticleSet is not closed", "2: Effect is not closed",
+                  "7: all sets together have more than 65536 particles"}));
 }
 
 } // namespace

@@ -105,6 +105,24 @@ TEST_F(Textures, everythingWrapsIsSteadyAndHasItsInk) {
     }
 }
 
+TEST_F(Textures, spritesArePaperAndInkOnNothing) {
+    const std::string paper = "sprite size=64 { shape points=[-.5,-.5 .5,-.5 .5,.5 -.5,.5] ";
+    const Image plain = draw(paper + "}"), lined = draw(paper + "width=.1\n hatch r=.9 }");
+    ASSERT_EQ(plain.channels, 4);
+    int paperTexels = 0, strayInk = 0, hatched = 0;
+    for (int y = 0; y < 64; ++y)
+        for (int x = 0; x < 64; ++x) {
+            paperTexels += plain.at(x, y, 3) == 255 && plain.at(x, y) == 255;
+            strayInk += lined.at(x, y, 3) > 0 && (x < 11 || x > 52 || y < 11 || y > 52);
+            hatched += lined.at(x, y) < 200 && x > 20 && x < 44 && y > 20 && y < 44;
+        }
+    EXPECT_EQ(paperTexels, 32 * 32);
+    EXPECT_EQ(strayInk, 0) << "hatching stays on the shape";
+    EXPECT_GT(hatched, 60);
+    EXPECT_GT(draw("sprite size=64 { line path=[0,.4 0,.9] width=.2 }").at(32, 10, 3), 100) << "y runs upwards";
+    EXPECT_EQ(fault("sprite { puff lobes=2 }"), "t.texture:1:15: lobes is 3 to 400");
+}
+
 TEST_F(Textures, faultsAreToldAtTheirPlace) {
     EXPECT_EQ(fault("# nothing"), "t.texture:1:1: the texture has no generator");
     EXPECT_EQ(fault("paper\nwood"), "t.texture:2:1: a texture has one generator");
