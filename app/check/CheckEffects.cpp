@@ -1,6 +1,7 @@
 #include "check/CheckEffects.h"
 
 #include "fx/EffectDesc.h"
+#include "io/DataFiles.h"
 
 #include <map>
 
@@ -54,9 +55,10 @@ class EffectChecker {
 
     void check() {
         while (!tokens_.atEnd()) {
+            const int line = tokens_.line();
             const std::string word = tokens_.word();
             if (word == "Effect" || word == "Effect{")
-                block("Effect");
+                block("Effect", line);
             else
                 tokens_.report("expected 'Effect{', found '" + word + "'");
         }
@@ -66,9 +68,10 @@ class EffectChecker {
     }
 
   private:
-    void block(const std::string& kind) {
-        const int start = tokens_.line();
+    // start: the line it begins in.
+    void block(const std::string& kind, int start) {
         while (!tokens_.atEnd()) {
+            const int line = tokens_.line();
             std::string word = tokens_.word();
             if (word.ends_with('}')) return;
             if (word.ends_with('{')) word.pop_back();
@@ -77,7 +80,7 @@ class EffectChecker {
             if (found == keywordsOf(kind).end())
                 tokens_.report("unknown keyword '" + word + "' in " + kind);
             else if (found->second == "{")
-                block(word);
+                block(word, line);
             else
                 arguments(word, found->second);
         }
@@ -109,7 +112,7 @@ class EffectChecker {
         if (kind == 't' && !textureExists(word)) tokens_.report("missing texture '" + word + "'");
         if (kind == 's' && !shaderExists(word)) tokens_.report("missing shader '" + word + "'");
         if (kind == 'm' && !materials_.contains(word)) tokens_.report("missing material '" + word + "'");
-        if (kind == 'a' && !dataFileExists("sound/" + word + ".wav"))
+        if (kind == 'a' && !Zelkor::dataFileExists("sound/" + word + ".wav"))
             tokens_.report("missing sound '" + word + "'");
     }
 

@@ -120,7 +120,7 @@ TEST_F(Textures, spritesArePaperAndInkOnNothing) {
     EXPECT_EQ(strayInk, 0) << "hatching stays on the shape";
     EXPECT_GT(hatched, 60);
     EXPECT_GT(draw("sprite size=64 { line path=[0,.4 0,.9] width=.2 }").at(32, 10, 3), 100) << "y runs upwards";
-    EXPECT_EQ(fault("sprite { puff lobes=2 }"), "t.texture:1:15: lobes is 3 to 400");
+    EXPECT_EQ(fault("sprite { puff lobes=2 }"), "t.texture:1:21: lobes is 3 to 400");
 }
 
 TEST_F(Textures, faultsAreToldAtTheirPlace) {
