@@ -35,7 +35,8 @@ constexpr float musicGain = 0.3f;      // music stays below the effects
 constexpr const char* sketchShaders[] = {"sketchshader",       "sketchalphashader", "sketchstatic",
                                          "sketchshaderflat",   "sketchparticle",    "sketchcolor",
                                          "sketchshaderflatbg", "mapshader",         "ladder",
-                                         "sketchshaderbg",     "sketchcollight"};
+                                         "sketchshaderbg",     "sketchcollight",    "sketchrail",
+                                         "sketchrailline",     "blood",             "wind"};
 
 // Strokes start at a random place on a grid of 1/128 of their texture.
 float randomStroke() {
@@ -44,7 +45,7 @@ float randomStroke() {
 
 // Without any of them, the picture is drawn without its chain of passes.
 constexpr const char* chainShaders[] = {"post", "blur1", "blur2"};
-constexpr const char* sharedMaterials[] = {"robot", "ts1", "train"};
+constexpr const char* sharedMaterials[] = {"robot", "ts1", "train", "props"};
 constexpr const char* sharedMeshes[] = {
     "bullet", "bomb1",  "bombfish", "pickups/cake1", "pickups/cake2", "tiles/tiles6/bridge_plank",
     "blood1", "blood2", "blood3",   "tiles/box",     "dynamite"};

@@ -18,6 +18,7 @@ constexpr Vec4 paper{0.955f, 0.935f, 0.885f, 0};
 constexpr Vec3 sunPlace{-4000, 6500, 5000};
 constexpr float gameDistance = 180; // of the game's camera from the plane of play
 constexpr float gameFieldOfView = 30;
+constexpr float gameNear = 20, gameFar = 740; // so that depth is as fine here as there
 
 } // namespace
 
@@ -34,7 +35,7 @@ bool Studio::open(const std::string& dataFolder, int width, int height) {
         return false;
     }
     renderer().clearColour = paper;
-    for (const char* file : {"robot", "ts1", "train"})
+    for (const char* file : {"robot", "ts1", "train", "props"})
         managers_->materialManager->loadMaterialFile(file);
 
     Light sun;
@@ -43,8 +44,8 @@ bool Studio::open(const std::string& dataFolder, int width, int height) {
     scene.lights.push_back(sun);
     camera_.fieldOfView = gameFieldOfView;
     camera_.aspect = static_cast<float>(width) / static_cast<float>(height);
-    camera_.nearDistance = 1;
-    camera_.farDistance = 4000;
+    camera_.nearDistance = gameNear;
+    camera_.farDistance = gameFar;
     camera_.scene = &scene;
     draw(); // the clear colour takes effect with the first scene
     return true;
@@ -56,6 +57,8 @@ GlRenderer& Studio::renderer() {
 
 void Studio::aim(const Vec3& at, float zoom) {
     camera_.position = at + Vec3{0, 0, gameDistance / zoom};
+    camera_.nearDistance = gameNear / zoom;
+    camera_.farDistance = gameFar / zoom;
 }
 
 void Studio::draw() {
@@ -66,7 +69,8 @@ void Studio::draw() {
 void Studio::redraw(int which) {
     const float offset = static_cast<float>(which % 4) * 0.25f;
     for (const char* name : {"sketchshader", "sketchstatic", "sketchshaderflat", "sketchshaderbg",
-                             "sketchshaderflatbg", "ladder", "sketchcolor", "sketchparticle"})
+                             "sketchshaderflatbg", "ladder", "sketchcolor", "sketchparticle", "sketchrail", "sketchrailline",
+                             "blood", "wind"})
         managers_->materialManager->setSketchOffset(renderer().loadShader(name), offset, offset, 0, 0);
 }
 
