@@ -35,8 +35,9 @@ constexpr float musicGain = 0.3f;      // music stays below the effects
 constexpr const char* sketchShaders[] = {"sketchshader",       "sketchalphashader", "sketchstatic",
                                          "sketchshaderflat",   "sketchparticle",    "sketchcolor",
                                          "sketchshaderflatbg", "mapshader",         "ladder",
-                                         "sketchshaderbg",     "sketchcollight",    "sketchrail",
-                                         "sketchrailline",     "blood",             "wind"};
+                                         "sketchshaderbg",     "sketchcollight"};
+// More of them, which share the last place drawn: recorded runs depend on how many numbers are.
+constexpr const char* sketchFollowers[] = {"post", "sketchrail", "sketchrailline", "blood", "wind"};
 
 // Strokes start at a random place on a grid of 1/128 of their texture.
 float randomStroke() {
@@ -192,6 +193,7 @@ void Game::flickerSketch() {
         x = randomStroke(); // drawn after y: recorded runs depend on the order
         engine.materialManager->setSketchOffset(shader, x, y, 0, 0);
     }
-    // The picture's last pass lets lines wander on the same tick; it draws no numbers of its own.
-    engine.materialManager->setSketchOffset(engine.renderer->loadShader("post"), x, y, 0, 0);
+    // "post", the picture's last pass, lets lines wander on the same tick.
+    for (const char* name : sketchFollowers)
+        engine.materialManager->setSketchOffset(engine.renderer->loadShader(name), x, y, 0, 0);
 }
