@@ -46,9 +46,9 @@ void main()
     // It runs in threads: the farther down, the less is left of it, and least between the threads.
     float thread = 0.5 + 0.5 * sin(shape.x * 31.0 + 4.0 * seed);
     float inside = -1.0;
-    for (int i = 0; i < 6; ++i)
+    for (int i = 0; i < 12; ++i)
     {
-        float run = float(i) / 5.0;
+        float run = float(i) / 11.0;
         float left = splash(shape + vec2(0.0, run * scroll)) + 0.2 * run * scroll * (1.0 + 4.0 * thread);
         inside = max(inside, left);
     }

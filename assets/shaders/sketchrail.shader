@@ -40,6 +40,6 @@ sketchsurface
 void main()
 {
     float tone = mix(mix(0.42 + toneLow, 1.0 + toneHigh, light), 1.0, 0.35 * remote);
-    vec3 drawn = pencil(place, tone, 0.15 * drift(place), 0.66 * (1.0 - 0.5 * remote));
+    vec3 drawn = shaded(place + redrawJump() * 0.004, tone, 0.15 * drift(place), 0.66 * (1.0 - 0.5 * remote));
     gl_FragColor = vec4(mix(drawn, paperColour, 0.4 * remote), surfaceMark);
 }
