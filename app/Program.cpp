@@ -270,6 +270,7 @@ int runProgram(platform::Platform& system, const Options& options) {
         Zelkor::Log::instance().close();
         return 1;
     }
+    if (folder && system.addPadMappings(*folder / "gamecontrollerdb.txt") > 0) logLine("load pad mappings");
     managers->controllerManager->startJoysticks();
 
     logLine("create game");

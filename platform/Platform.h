@@ -253,15 +253,20 @@ class Platform {
     virtual std::int64_t counter() = 0;
     virtual std::int64_t counterFrequency() = 0;
 
-    // Takes hold of the joysticks that are attached now, at most maxJoysticks, without what pad() reads.
-    // Returns how many; they are numbered from 0.
+    // Takes hold of the joysticks that are attached now, at most maxJoysticks, without what pad() reads. Returns
+    // how many have a number, from 0 on. Called again, it takes in what has been plugged in since: nothing that
+    // is held changes its number, one that has gone keeps it for its return and is meanwhile at rest.
     virtual int enumerateJoysticks() = 0;
+    // What each control of which device is to the pad: a text file of the mapping database, a line a device.
+    // Before enumerateJoysticks. Returns how many lines apply here; 0 without such a file.
+    virtual int addPadMappings(const std::filesystem::path& file) = 0;
     // Prepares a joystick for reading: its axes report -1000..1000 from now on. Gives its product name, or
     // none when it cannot be used.
     virtual std::optional<std::string> startJoystick(int index) = 0;
     // False when it does not answer; state is then untouched.
     virtual bool readJoystick(int index, JoystickState& state) = 0;
-    // The first pad as it is now, whenever it was plugged in; none without one.
+    // The first pad as it is now, whenever it was plugged in; none without one. While the program is not in
+    // front, everything on it and on the joysticks is at rest.
     virtual std::optional<PadState> pad() = 0;
 
     // Null: there is no device, and the program stays silent. window: the one whose focus the sound follows,

@@ -64,10 +64,16 @@ void ControllerManager::setDefaultBindings() {
 }
 
 void ControllerManager::startJoysticks() {
-    joystickCount_ = std::min(platform::current()->enumerateJoysticks(), platform::maxJoysticks);
-    for (int index = 0; index < joystickCount_; ++index) {
-        const auto productName = platform::current()->startJoystick(index);
-        joystickUsable_[index] = productName && *productName != padProductName;
+    joysticksStarted_ = true;
+    joystickCount_ = 0;
+    startNewJoysticks();
+}
+
+void ControllerManager::startNewJoysticks() {
+    const int count = std::min(platform::current()->enumerateJoysticks(), platform::maxJoysticks);
+    for (; joystickCount_ < count; ++joystickCount_) {
+        const auto productName = platform::current()->startJoystick(joystickCount_);
+        joystickUsable_[joystickCount_] = productName && *productName != padProductName;
     }
 }
 
@@ -96,6 +102,7 @@ void ControllerManager::setButton(int code, bool down) {
 }
 
 void ControllerManager::update() {
+    if (joysticksStarted_) startNewJoysticks();
     for (int index = 0; index < joystickCount_; ++index)
         if (joystickUsable_[index]) readJoystick(index);
     for (auto& player : players)

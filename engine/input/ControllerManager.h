@@ -31,8 +31,8 @@ class ControllerManager {
     // With the default bindings and one player.
     ControllerManager();
 
-    // Takes hold of the joysticks attached now; those plugged in later are not seen. A device that the
-    // system also serves as the pad is left out.
+    // Takes hold of the joysticks attached now; from then on update also takes in those plugged in later, under
+    // numbers of their own. A device that the system also serves as the pad is left out.
     void startJoysticks();
 
     // Key, mouse button and wheel messages into the raw bytes; true if it was one of these.
@@ -67,9 +67,11 @@ class ControllerManager {
     std::vector<std::unique_ptr<PlayerInput>> players;
 
   private:
+    void startNewJoysticks();
     void readJoystick(int index);
     void updatePlayer(PlayerInput& player);
 
+    bool joysticksStarted_ = false;
     int joystickCount_ = 0;
     std::array<bool, platform::maxJoysticks> joystickUsable_{};
     float previousMouseX_ = 0, previousMouseY_ = 0;

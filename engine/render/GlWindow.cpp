@@ -201,6 +201,8 @@ void GlRenderer::activate(bool front) {
         active = false;
     }
     setFocus(front);
+    // What is let go while another window listens would stay down.
+    if (!front) engineManagers()->controllerManager->clearAll();
 }
 
 bool GlRenderer::handleMessage(const platform::Message& message) {

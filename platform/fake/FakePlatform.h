@@ -77,6 +77,7 @@ class FakePlatform final : public Platform {
     std::int64_t counter() override { return ticks += ticksPerRead; }
     std::int64_t counterFrequency() override { return ticksPerSecond; }
     int enumerateJoysticks() override;
+    int addPadMappings(const std::filesystem::path&) override { return 0; }
     std::optional<std::string> startJoystick(int index) override;
     bool readJoystick(int index, JoystickState& state) override;
     std::optional<PadState> pad() override { return padState; }

@@ -123,9 +123,12 @@ struct SdlPlatform::State {
     bool videoReady = false;
     std::optional<int> quitCode;
     std::optional<SDL_DisplayMode> chosenMode; // what full-screen windows use instead of the desktop's
+    bool wantsControllers = true;
     std::unique_ptr<SdlControllers> controllers;
 
     bool startVideo();
+    // Null where there are none.
+    SdlControllers* startControllers();
     std::vector<SDL_DisplayMode> sdlModes();
 };
 
@@ -144,6 +147,11 @@ bool SdlPlatform::State::startVideo() {
     return true;
 }
 
+SdlControllers* SdlPlatform::State::startControllers() {
+    if (wantsControllers && !controllers) controllers = std::make_unique<SdlControllers>();
+    return controllers.get();
+}
+
 std::vector<SDL_DisplayMode> SdlPlatform::State::sdlModes() {
     std::vector<SDL_DisplayMode> modes;
     if (desktop.headless || !startVideo()) return modes;
@@ -157,6 +165,7 @@ std::vector<SDL_DisplayMode> SdlPlatform::State::sdlModes() {
 SdlPlatform::SdlPlatform(SdlOptions options) : state_(std::make_unique<State>()) {
     state_->desktop.headless = options.headless;
     state_->soundFile = std::move(options.soundFile);
+    state_->wantsControllers = !options.headless || options.alwaysControllers;
 }
 
 SdlPlatform::~SdlPlatform() = default;
@@ -192,6 +201,8 @@ bool SdlPlatform::pollMessage(Message& message) {
             !(state_->desktop.window && state_->desktop.window->owns(event.window.windowID)))
             continue;
         if (const auto translated = fromEvent(event)) {
+            if (translated->kind == MessageKind::activateApp && state_->controllers)
+                state_->controllers->setInFront(translated->down);
             message = *translated;
             return true;
         }
@@ -294,10 +305,13 @@ std::int64_t SdlPlatform::counterFrequency() {
 }
 
 int SdlPlatform::enumerateJoysticks() {
-    // A run without a screen is to be the same on every machine, whatever is plugged into it.
-    if (state_->desktop.headless) return 0;
-    state_->controllers = std::make_unique<SdlControllers>();
-    return state_->controllers->enumerate();
+    SdlControllers* controllers = state_->startControllers();
+    return controllers ? controllers->enumerate() : 0;
+}
+
+int SdlPlatform::addPadMappings(const std::filesystem::path& file) {
+    SdlControllers* controllers = state_->startControllers();
+    return controllers ? controllers->addMappings(file) : 0;
 }
 
 std::optional<std::string> SdlPlatform::startJoystick(int index) {

@@ -14,6 +14,9 @@ struct SdlOptions {
     bool headless = false;
     // Sound goes into this wave file instead, in the program's own time: a second of updates is a second there.
     std::filesystem::path soundFile = {};
+    // Joysticks and the pad also without a screen. Otherwise such a run is the same on every machine, whatever
+    // is plugged into it.
+    bool alwaysControllers = false;
 };
 
 class SdlPlatform final : public Platform {
@@ -41,6 +44,7 @@ class SdlPlatform final : public Platform {
     std::int64_t counter() override;
     std::int64_t counterFrequency() override;
     int enumerateJoysticks() override;
+    int addPadMappings(const std::filesystem::path& file) override;
     std::optional<std::string> startJoystick(int index) override;
     bool readJoystick(int index, JoystickState& state) override;
     std::optional<PadState> pad() override;

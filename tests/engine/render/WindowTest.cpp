@@ -1,6 +1,7 @@
 #include "core/EngineManagers.h"
 #include "core/TimerManager.h"
 #include "fake/FakePlatform.h"
+#include "input/ControllerManager.h"
 #include "render/GlRenderer.h"
 
 #include <gtest/gtest.h>
@@ -109,8 +110,10 @@ TEST_F(WindowTest, SwitchingRecreatesTheWindowAndReportsTeardown) {
 
 TEST_F(WindowTest, ActivationPausesOnlyFullScreen) {
     ASSERT_TRUE(init(false));
+    managers->controllerManager->setButton('Z', true);
     gl().handleMessage(message(MessageKind::activateApp, false));
     EXPECT_FALSE(gl().isInactive() || gl().hasFocus());
+    EXPECT_FALSE(managers->controllerManager->isDown('Z')); // its release will go elsewhere
     gl().setDisplayMode(true, 640, 480);
     calls();
     gl().handleMessage(message(MessageKind::activateApp, false));
