@@ -1,4 +1,5 @@
 // forge: turns the sources under assets/ into the files the game reads, and shows them.
+#include "font/FontReader.h"
 #include "model/Finish.h"
 #include "model/ModelReader.h"
 #include "picture/Sheet.h"
@@ -18,7 +19,8 @@ using namespace forge;
 
 struct Options {
     std::string input, output, depfile, unitFolder, assets, map;
-    std::vector<std::string> includes;
+    std::string outlines = "/usr/share/fonts/truetype";
+    std::vector<std::string> includes, sources;
     PictureOptions picture;
 };
 
@@ -42,6 +44,22 @@ void makeTexture(const Options& options) {
     if (!options.depfile.empty()) writeDepfile(options.depfile, options.output, source.files);
 }
 
+void makeFonts(const Options& options) {
+    const std::filesystem::path folder(options.output);
+    std::vector<FontSheet> sheets;
+    std::vector<std::string> files;
+    for (const std::string& path : options.sources) {
+        const FontSource source = readFont(path, options.outlines);
+        files.insert(files.end(), source.files.begin(), source.files.end());
+        sheets.push_back(drawFont(source.settings));
+        writeFile((folder / "textures" / (source.settings.texture + ".tga")).string(),
+                  encodeTga(sheets.back().image));
+    }
+    const std::string description = (folder / "sample.fnt").string(), text = describeFonts(sheets);
+    writeFile(description, Bytes(text.begin(), text.end()));
+    if (!options.depfile.empty()) writeDepfile(options.depfile, description, files);
+}
+
 void makePicture(const Options& options) {
     writePng(options.output, drawPicture(loadUnit(options.input, options.includes), options.picture));
 }
@@ -61,6 +79,13 @@ void addCommands(CLI::App& app, Options& options) {
     texture->add_option("tga", options.output, "the result")->required();
     texture->add_option("--depfile", options.depfile, "write the sources read, for the build");
     texture->callback([&] { makeTexture(options); });
+
+    CLI::App* font = app.add_subcommand("font", "Make sample.fnt and its textures from .font sources");
+    font->add_option("data", options.output, "the data folder")->required();
+    font->add_option("sources", options.sources, "the .font sources")->required();
+    font->add_option("--outlines", options.outlines, "the folder that their files are named from");
+    font->add_option("--depfile", options.depfile, "write the sources read, for the build");
+    font->callback([&] { makeFonts(options); });
 
     CLI::App* stage =
         app.add_subcommand("stage", "Make levelNNN.level and levelNNN.event from a .stage source");
