@@ -1,6 +1,7 @@
 #include "CheckData.h"
 
 #include "check/CheckEffects.h"
+#include "check/CheckGui.h"
 #include "check/CheckMaterials.h"
 #include "check/CheckSounds.h"
 #include "check/CheckStages.h"
@@ -131,6 +132,9 @@ int checkData() {
     forEach(data, "textures/", ".tga", [&](const std::string& file) { checkTexture(data, file); });
     forEach(data, "sound/", ".wav", [&](const std::string& file) { checkWavFile(file, data.findings); });
     forEach(data, "sound/", ".ogg", [&](const std::string& file) { checkOggFile(file, data.findings); });
+    forEach(data, "spritedef/", ".spritedef",
+            [&](const std::string& file) { checkSpriteDefFile(file, data.findings); });
+    forEach(data, "sample.fnt", "", [&](const std::string& file) { checkFontFile(file, data.findings); });
     forEach(data, "units/", ".skel", [&](const std::string& file) { checkSkeleton(data, file); });
     forEach(data, "units/", ".mesh", [&](const std::string& file) { checkMesh(data, file); });
     forEach(data, "units/tiles/", "tiledef.txt",

@@ -155,6 +155,7 @@ void ProfileWriter::write(int frame) {
     // A few frames old: waiting for this frame's would cost what is measured.
     const auto gpu = gpu_.takeMicroseconds();
     line["gpu"] = gpu ? Json(static_cast<float>(*gpu)) : Json();
+    line["guiBatches"] = managers.renderer->guiBatches;
     line["passes"] = Json::object();
     for (const auto& [name, time] : passes_.take())
         line["passes"][name] = time ? Json(static_cast<float>(*time)) : Json();

@@ -14,8 +14,9 @@ namespace {
 constexpr float columnsX[] = {0.01f, 0.31f, 0.41f, 0.51f};
 constexpr float overlayTop = 0.01f, overlayDepth = 40, columnWidth = 0.2f, columnHeight = 1.2f;
 constexpr float overlayTextHeight = 0.04f;
-// Pencil on paper.
-constexpr Vec4 overlayColour{0.16f, 0.16f, 0.2f, 1};
+// Pencil on a sheet laid over the picture.
+constexpr Vec4 overlayColour{0.16f, 0.16f, 0.2f, 1}, sheetColour{1, 1, 1, 0.6f};
+constexpr float sheetWidth = 0.63f;
 
 } // namespace
 
@@ -109,6 +110,11 @@ void DebugManager::showOverlay() {
     const EngineManagers& engine = *engineManagers();
     engine.overlayManager->bringToFront(*overlayWorkspace_);
     overlayWorkspace_->root.deleteChildren();
+    const auto lines = static_cast<float>(finishedFrame().size());
+    overlayWorkspace_->root
+        .createChild(GuiKind::rect, 0, 0, overlayDepth - 1, sheetWidth,
+                     2 * overlayTop + lines * overlayTextHeight)
+        ->colour = sheetColour;
     const std::string* texts[] = {&overlay_.names, &overlay_.calls, &overlay_.microseconds,
                                   &overlay_.microsecondsPerCall};
     for (std::size_t column = 0; column < std::size(texts); ++column) {

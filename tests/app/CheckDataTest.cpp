@@ -1,4 +1,5 @@
 #include "check/CheckEffects.h"
+#include "check/CheckGui.h"
 #include "check/CheckMaterials.h"
 #include "check/CheckSounds.h"
 #include "check/CheckStages.h"
@@ -55,6 +56,44 @@ TEST(CheckData, UnclosedMaterialIsNamedWhereItBegins) {
     Findings findings;
     checkMaterialFile("materials/m.material", findings, defined);
     EXPECT_EQ(lines(findings), std::vector<std::string>{"2: material 'a' is not closed"});
+}
+
+TEST(CheckData, SpritesAndFontsNameLineAndReason) {
+    TempData data;
+    data.write("textures/sheet.tga", "");
+    std::string letters;
+    for (char c = '!'; c <= '~'; ++c)
+        if (c != 'q') letters += std::string("glyph ") + c + " 1 1 8 16\n";
+    data.write("spritedef/good.spritedef", "texture sheet size 1 0.5 numframes 2 2\nanimation a loop frame 3 0.1\n"
+                                           "animation b redirect a frame 0 1");
+    data.write("spritedef/bad.spritedef", "size 0 1\nnumframes 2 1 speed\nanimation a redirect c\nframe 2 0.1\n"
+                                          "frame 1 0\nanimation a loop redirect a\n");
+    data.write("good.fnt", "F { type file source sheet base 64 glyph q 1 1 8 16 " + letters + " }");
+    data.write("bad.fnt", "F {\nsource gone base 64\nglyph ab 1 1 8 16\nglyph A 60 1 8 16\nglyph ! 1 1 0 16\n}\n"
+                          "G { source sheet base 64\n" +
+                              letters);
+    Findings findings;
+    checkSpriteDefFile("spritedef/good.spritedef", findings);
+    EXPECT_EQ(lines(findings), std::vector<std::string>());
+    checkFontFile("good.fnt", findings);
+    EXPECT_EQ(lines(findings), std::vector<std::string>());
+    checkSpriteDefFile("spritedef/bad.spritedef", findings);
+    EXPECT_EQ(lines(findings),
+              (std::vector<std::string>{"1: a size without extent", "2: unknown keyword 'speed'",
+                                        "5: a frame of no duration", "6: animation 'a' is defined twice",
+                                        "6: animation 'a' has no frames",
+                                        "6: animation 'a' loops and is never redirected",
+                                        "6: there is no texture", "4: frame 2 of 2",
+                                        "3: redirect to 'c', which does not exist"}));
+    findings.clear();
+    checkFontFile("bad.fnt", findings);
+    ASSERT_EQ(findings.size(), 7u);
+    findings[4].reason.resize(std::string("font 'F' lacks").size());
+    EXPECT_EQ(lines(findings),
+              (std::vector<std::string>{"2: missing texture 'gone'", "3: 'ab' is no single letter",
+                                        "4: glyph 'A' reaches over the edge of the texture",
+                                        "5: glyph '!' has no extent", "1: font 'F' lacks",
+                                        "7: font 'G' is not closed", "7: font 'G' lacks q"}));
 }
 
 TEST(CheckData, EventsAreCheckedFieldByField) {

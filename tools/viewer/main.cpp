@@ -1,6 +1,8 @@
-// rustpike-viewer: looks at units, clip by clip, and at particle effects, in a window or as a contact sheet.
+// rustpike-viewer: looks at units, clip by clip, and at particle effects, in a window or as a contact sheet; at
+// fonts and sprites on sheets.
 #include "EffectShow.h"
 #include "Exhibit.h"
+#include "GuiSheet.h"
 #include "Orbit.h"
 #include "Sheet.h"
 #include "Studio.h"
@@ -14,12 +16,12 @@
 
 namespace {
 
-constexpr int windowWidth = 1280, windowHeight = 720;
+constexpr int windowWidth = viewer::guiSheetWidth, windowHeight = viewer::guiSheetHeight;
 
 struct Arguments {
     viewer::SheetOptions sheet;
     viewer::EffectOptions effects;
-    std::string data;
+    std::string data, font, sprite;
     bool headless = false;
     int frames = -1;
 };
@@ -29,6 +31,9 @@ void describe(CLI::App& app, Arguments& arguments) {
     CLI::Option_group* subject = app.add_option_group("What to show");
     subject->add_option("--unit", sheet.units, "A unit, as corvan or tiles/area1/ladder; may be repeated");
     subject->add_option("--effect", arguments.effects.effects, "A particle effect; may be repeated");
+    subject->add_option("--font", arguments.font, "With --sheet: a font, as FONT2");
+    subject->add_option("--gui", arguments.sprite, "With --sheet: the animations of a sprite definition")
+        ->type_name("FILE.spritedef");
     subject->require_option(1);
     app.add_option("--drift", arguments.effects.drift, "Speed of an effect to the right, units per second");
     app.add_option("--hold", sheet.held, "UNIT@JOINT: a unit in the hand of the other; may be repeated");
@@ -45,6 +50,17 @@ void describe(CLI::App& app, Arguments& arguments) {
     app.add_option("--data", arguments.data, "The data folder")->type_name("DIR");
     app.add_flag("--headless", arguments.headless, "No window");
     app.add_option("--frames", arguments.frames, "Close the window after so many frames");
+}
+
+bool ofInterface(const Arguments& arguments) {
+    return !arguments.font.empty() || !arguments.sprite.empty();
+}
+
+bool writeSheet(const Arguments& arguments, viewer::Studio& studio) {
+    if (!arguments.font.empty()) return viewer::writeFontSheet(studio, arguments.font, arguments.sheet.file);
+    if (!arguments.sprite.empty())
+        return viewer::writeSpriteSheet(studio, arguments.sprite, arguments.sheet.file);
+    return viewer::writeSheet(studio, arguments.sheet);
 }
 
 int show(const Arguments& arguments, platform::Platform& system, viewer::Studio& studio) {
@@ -77,6 +93,10 @@ int main(int argc, char** argv) {
     describe(app, arguments);
     CLI11_PARSE(app, argc, argv);
     const bool sheet = !arguments.sheet.file.empty();
+    if (ofInterface(arguments) && !sheet) {
+        std::fputs("rustpike-viewer: --font and --gui want --sheet FILE.png\n", stderr);
+        return 1;
+    }
     if (!sheet && !arguments.headless && !platform::SdlPlatform::displayAvailable()) {
         std::fputs("rustpike-viewer: there is no display to open a window on; --sheet needs none\n", stderr);
         return 2;
@@ -89,13 +109,14 @@ int main(int argc, char** argv) {
     platform::SdlPlatform system({.headless = sheet || arguments.headless});
     platform::setCurrent(&system);
     viewer::Studio studio;
-    const int height = sheet ? viewer::sheetLines : windowHeight;
-    const int width = sheet ? viewer::sheetLines : windowWidth;
+    const bool square = sheet && !ofInterface(arguments);
+    const int height = square ? viewer::sheetLines : windowHeight;
+    const int width = square ? viewer::sheetLines : windowWidth;
     if (!studio.open(arguments.data, width, height)) return 1;
     if (!arguments.effects.effects.empty()) {
         viewer::EffectShow effects(studio, effectOptions(app, arguments));
         return sheet ? !effects.writeStrips() : effects.run(system, arguments.frames);
     }
-    if (sheet) return viewer::writeSheet(studio, arguments.sheet) ? 0 : 1;
+    if (sheet) return writeSheet(arguments, studio) ? 0 : 1;
     return show(arguments, system, studio);
 }
