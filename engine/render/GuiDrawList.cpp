@@ -28,6 +28,7 @@ void placeQuad(float* quad, float x, float y, const Vec3& right, const Vec3& dow
 }
 
 Vec3 rotated(const Quat& q, const Vec3& v) {
+    if (q.w == 1) return v; // nearly everything stands upright
     Vec3 out;
     return quatRotate(out, q, v);
 }
@@ -64,6 +65,7 @@ bool drawnInPass(GuiKind kind, int drawMode, float opacity, int pass) {
 void GuiDrawList::clear() {
     items_.clear();
     order_.clear();
+    appended_.clear();
     pool_.clear();
     items_.reserve(guiItemCapacity);
     pool_.reserve(guiVertexCapacity);
@@ -75,6 +77,26 @@ void GuiDrawList::updateGuiList(GuiWorkspace& workspace, int pass) {
     workspace_ = &workspace;
     pass_ = pass;
     if (workspace.root.visible) addChildren(*workspace.root.children(), Place{}.of(workspace.root));
+    sortAppended(pass != 0);
+}
+
+void GuiDrawList::append(const GuiDrawItem& item) {
+    if (items_.size() >= guiItemCapacity) return;
+    appended_.push_back({item.depth, static_cast<int>(items_.size())});
+    items_.push_back(item);
+}
+
+// The same as adding them one by one, at once: menus have many objects of few depths.
+void GuiDrawList::sortAppended(bool frontToBack) {
+    ProfileSection section(ProfileId::addToGuiList);
+    const auto before = [frontToBack](const Appended& a, const Appended& b) {
+        return frontToBack ? a.depth < b.depth : a.depth > b.depth;
+    };
+    if (!std::is_sorted(appended_.begin(), appended_.end(), before))
+        std::stable_sort(appended_.begin(), appended_.end(), before);
+    for (const Appended& each : appended_)
+        order_.push_back(each.index);
+    appended_.clear();
 }
 
 void GuiDrawList::addChildren(const GuiChildren& children, const Place& place) {
@@ -90,7 +112,7 @@ void GuiDrawList::addObject(GuiObject& object, const Place& place) {
     }
     const int mode = object.drawMode & 0xff;
     if (place.colour.w <= 0 && (mode == alphaMode || mode == alphaAddMode)) return; // nothing to be seen
-    if (order_.size() >= guiItemCapacity) return;
+    if (items_.size() >= guiItemCapacity) return;
     if (object.kind == GuiKind::text)
         addText(static_cast<const GuiText&>(object), place);
     else if (object.kind == GuiKind::tileArray)
@@ -135,7 +157,7 @@ void GuiDrawList::addQuad(GuiObject& object, const Place& place) {
     if (hiddenQuad(item.quad)) return;
     if (const GuiCorners* corners = object.textureData())
         std::memcpy(item.quad + 8, corners->data(), sizeof *corners);
-    addToGuiList(item, pass_ != 0);
+    append(item);
 }
 
 // Room for wanted quads or as many as are left. Null when there is none.
@@ -154,7 +176,7 @@ float* GuiDrawList::takeQuads(GuiDrawItem& item, int wanted) {
 void GuiDrawList::finishQuads(GuiDrawItem& item, int used) {
     item.quadCount = used;
     if (item.pooled >= 0) pool_.resize(static_cast<std::size_t>(item.pooled + used * guiQuadFloats));
-    if (used > 0) addToGuiList(item, pass_ != 0);
+    if (used > 0) append(item);
 }
 
 void GuiDrawList::addText(const GuiText& text, const Place& place) {

@@ -84,6 +84,8 @@ class GuiDrawList {
     };
     static bool overlap(const Box& a, const Box& b);
 
+    void append(const GuiDrawItem& item);
+    void sortAppended(bool frontToBack);
     void addChildren(const GuiChildren& children, const Place& place);
     void addObject(GuiObject& object, const Place& place);
     void addQuad(GuiObject& object, const Place& place);
@@ -101,6 +103,11 @@ class GuiDrawList {
 
     std::vector<GuiDrawItem> items_;
     std::vector<int> order_;
+    struct Appended {
+        float depth;
+        int index;
+    };
+    std::vector<Appended> appended_; // not yet in order_
     std::vector<float> pool_;
     GuiWorkspace* workspace_ = nullptr; // the one listed
     int pass_ = 0;

@@ -55,16 +55,21 @@ class GuiSheet {
     Studio& studio_;
 };
 
-// Every letter of the font, so many to a line.
-std::string allLetters(const Font& font, int lettersALine) {
+// Every letter of the font, in lines no wider than so many heights.
+std::string allLetters(const Font& font, float lineWidth) {
     std::string letters;
-    int inLine = 0;
+    float width = 0;
     for (std::size_t code = '!'; code < font.glyphs.size(); ++code) {
         const char letter = static_cast<char>(code);
-        if (font.glyph(letter).aspect() == 0) continue;
+        const float step = font.glyph(letter).aspect() + font.glyph('_').aspect();
+        if (font.glyph(letter).aspect() == 0 || letter == '_') continue;
+        if (width + step > lineWidth) {
+            letters += '\n';
+            width = 0;
+        }
         letters += letter;
         letters += '_';
-        if (++inLine % lettersALine == 0) letters += '\n';
+        width += step;
     }
     return letters;
 }
@@ -110,7 +115,9 @@ bool writeFontSheet(Studio& studio, const std::string& name, const std::string& 
     sheet.workspace.root.createChild(GuiKind::rect, 0, 0.3f, 0, 1, 0.14f)->colour = {0, 0, 0, 0.6f};
     sheet.text("Press_the_button_you_wish_to_assign", name, margin, 0.345f, 0.05f, white);
     sheet.text("Loading...", name, 0.75f, 0.345f, 0.04f, {1, 0.7f, 0.7f, 1});
-    sheet.text(allLetters(*font, 24), name, margin, 0.46f, 0.13f, graphite);
+    constexpr float letterHeight = 0.12f;
+    sheet.text(allLetters(*font, (1 - 2 * margin) * aspect / letterHeight), name, margin, 0.46f, letterHeight,
+               graphite);
     return sheet.write(file);
 }
 

@@ -4,6 +4,7 @@
 
 #include <ft2build.h>
 #include FT_FREETYPE_H
+#include FT_OUTLINE_H
 
 #include <algorithm>
 #include <cmath>
@@ -39,6 +40,19 @@ class Outlines {
         if (FT_Get_Char_Index(face, code) == 0 || FT_Load_Char(face, code, flags | FT_LOAD_NO_BITMAP))
             throw std::runtime_error(std::string("the outlines lack '") + letter + "'");
         return face->glyph;
+    }
+
+    // The letter in texels, its strokes wider by weight to both sides alike.
+    FT_GlyphSlot draw(char letter, float weight) {
+        const FT_GlyphSlot glyph = load(letter, FT_LOAD_NO_HINTING);
+        const auto strength = static_cast<FT_Pos>(std::lround(weight * 64));
+        if (strength > 0) {
+            FT_Outline_Embolden(&glyph->outline, strength);
+            FT_Outline_Translate(&glyph->outline, -strength / 2, -strength / 2);
+        }
+        if (FT_Render_Glyph(glyph, FT_RENDER_MODE_NORMAL))
+            throw std::runtime_error(std::string("cannot draw '") + letter + "'");
+        return glyph;
     }
 
     // So that from the highest to the lowest letter there are so many texels. Returns how far the highest one
@@ -111,7 +125,7 @@ class Rows {
 
 FontSheet drawFont(const FontSettings& settings) {
     Outlines outlines(settings.file);
-    const float margin = 0.5f * settings.leading * settings.line;
+    const float margin = 0.5f * (settings.leading * settings.line + settings.weight);
     const float rise = outlines.fit(settings.line - 2 * margin);
     const int baseLine = static_cast<int>(std::lround(margin + rise));
 
@@ -120,7 +134,7 @@ FontSheet drawFont(const FontSettings& settings) {
         sheet.image.pixels[i] = i % 4 == 3 ? 0 : 255;
     Rows rows(settings.size, settings.line);
     for (char letter = firstLetter; letter <= lastLetter; ++letter) {
-        const FT_GlyphSlot glyph = outlines.load(letter, FT_LOAD_RENDER | FT_LOAD_NO_HINTING);
+        const FT_GlyphSlot glyph = outlines.draw(letter, settings.weight);
         const float advance = static_cast<float>(glyph->linearHoriAdvance) / 65536;
         // What hangs over the advance widens the rectangle: outside of it nothing is drawn.
         const int before = letter == space ? 0 : std::max(-glyph->bitmap_left, 0);

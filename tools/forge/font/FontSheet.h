@@ -16,6 +16,7 @@ struct FontSettings {
     int size = 512;      // texels of the texture, either way
     float line = 56;     // texels of the height of a line
     float leading = 0.04f; // share of the line that no letter reaches
+    float weight = 0;      // texels added to the width of every stroke
     float grain = 0.2f;    // how much ink the tooth of the paper takes away, 0..1
     int seed = 1;
 };
