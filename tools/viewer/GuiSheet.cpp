@@ -115,7 +115,7 @@ bool writeFontSheet(Studio& studio, const std::string& name, const std::string& 
     sheet.workspace.root.createChild(GuiKind::rect, 0, 0.3f, 0, 1, 0.14f)->colour = {0, 0, 0, 0.6f};
     sheet.text("Press_the_button_you_wish_to_assign", name, margin, 0.345f, 0.05f, white);
     sheet.text("Loading...", name, 0.75f, 0.345f, 0.04f, {1, 0.7f, 0.7f, 1});
-    constexpr float letterHeight = 0.12f;
+    constexpr float letterHeight = 0.085f;
     sheet.text(allLetters(*font, (1 - 2 * margin) * aspect / letterHeight), name, margin, 0.46f, letterHeight,
                graphite);
     return sheet.write(file);
