@@ -54,7 +54,8 @@ Json heroState(const ThingyManager& actors) {
     actors.collectAll(GROUP_PLAYER, heroes);
     const auto* hero = heroes.empty() ? nullptr : dynamic_cast<const PlayerStandard*>(heroes.front());
     if (!hero) return nullptr;
-    static constexpr std::array<const char*, PlayerState::count> stateNames = {"ground", "air", "hurt"};
+    static constexpr std::array<const char*, PlayerState::count> stateNames = {"ground", "air", "hurt", "climb",
+                                                                              "cart"};
     return {{"position", vector(hero->position())},
             {"bodyCentre", vector(hero->bodyCentre)},
             {"velocity", vector(hero->velocity)},
@@ -62,7 +63,7 @@ Json heroState(const ThingyManager& actors) {
             {"facing", hero->facing},
             {"crouching", hero->crouching},
             {"health", hero->health},
-            {"weapon", nullptr}, // he carries none that fires yet
+            {"weapon", hero->weapon ? weaponName(hero->weapon->index) : ""},
             {"groundSide", hero->groundSide},
             {"wallSide", hero->wallSide},
             {"up", vector(hero->up)},

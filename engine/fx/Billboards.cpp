@@ -71,6 +71,10 @@ bool addsColour(int blendMode) {
 
 } // namespace
 
+std::uint32_t billboardColour(const Vec4& colour) {
+    return toByte(colour.x) | toByte(colour.y) << 8 | toByte(colour.z) << 16 | toByte(colour.w) << 24;
+}
+
 int buildBillboards(const ParticleSystem& system, const Vec3& right, const Vec3& up,
                     std::vector<BillboardVertex>& vertices) {
     using P = ParticleSystem;

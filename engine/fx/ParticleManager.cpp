@@ -22,17 +22,10 @@ void setPicture(Material& material, const std::string& texture) {
     material.enabled = unit.texture >= 0;
 }
 
-// A copy, for the shared one keeps its own picture.
 Material* materialFor(const ParticleSetDesc& set) {
-    const EngineManagers& engine = *engineManagers();
-    if (!engine.materialManager || !engine.renderer) return nullptr;
-    const bool plain = set.material.empty();
-    Material& material = *engine.materialManager->copyMaterial(
-        *engine.materialManager->findMaterial(plain ? "particle" : set.material));
-    if (plain) material.shader = engine.renderer->loadShader("defaultParticle");
-    if (plain || !set.texture.empty()) setPicture(material, set.texture);
-    if (!set.shader.empty()) material.shader = engine.renderer->loadShader(set.shader);
-    return &material;
+    Material* material = particleMaterial(set.material, set.texture);
+    if (material && !set.shader.empty()) material->shader = engineManagers()->renderer->loadShader(set.shader);
+    return material;
 }
 
 int soundIndex(const std::string& name) {
@@ -41,6 +34,18 @@ int soundIndex(const std::string& name) {
 }
 
 } // namespace
+
+// A copy, for the shared one keeps its own picture.
+Material* particleMaterial(const std::string& name, const std::string& texture) {
+    const EngineManagers& engine = *engineManagers();
+    if (!engine.materialManager || !engine.renderer) return nullptr;
+    const bool plain = name.empty();
+    Material& material = *engine.materialManager->copyMaterial(
+        *engine.materialManager->findMaterial(plain ? "particle" : name));
+    if (plain) material.shader = engine.renderer->loadShader("defaultParticle");
+    if (plain || !texture.empty()) setPicture(material, texture);
+    return &material;
+}
 
 ParticleManager::ParticleManager() = default;
 ParticleManager::~ParticleManager() = default;
@@ -109,7 +114,8 @@ void ParticleManager::update() {
     playing_.resize(kept);
 }
 
-void ParticleManager::render(Renderer& renderer) const {
+void ParticleManager::render(Renderer& renderer) {
+    sprites_.render(renderer);
     for (const auto& instance : playing_)
         instance->render(renderer);
 }

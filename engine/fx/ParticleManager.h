@@ -2,6 +2,7 @@
 #pragma once
 
 #include "fx/EffectInstance.h"
+#include "fx/SpriteLists.h"
 #include "math/Math.h"
 
 #include <map>
@@ -33,8 +34,10 @@ class ParticleManager {
     // Once per step of the timers. Spent effects give their pools back.
     void update();
     // Every set with the camera's view current.
-    void render(Renderer& renderer) const;
+    void render(Renderer& renderer);
     int liveParticles() const;
+    // Drawn with the effects, before them.
+    SpriteLists& sprites() { return sprites_; }
     int playing() const { return static_cast<int>(playing_.size()); }
 
     // What particles bounce off; none: they fall through. Must outlive its use here.
@@ -54,6 +57,11 @@ class ParticleManager {
     // Whoever started a spent effect may still hold it. Shells without pools, few enough for one stage.
     std::vector<std::unique_ptr<EffectInstance>> spent_;
     const SolidTiles* tiles_ = nullptr;
+    SpriteLists sprites_;
 };
+
+// A copy of that material, or of the plain one of particles where its name is empty, with this picture in its first
+// unit. Null without a renderer.
+Material* particleMaterial(const std::string& material, const std::string& texture);
 
 } // namespace Zelkor

@@ -1,4 +1,4 @@
-// Drawing a particle set: one call, whatever its size.
+// Drawing a particle set, or a list of sprites: one call, whatever its size.
 #include "core/EngineManagers.h"
 #include "fx/ParticleSystem.h"
 #include "render/GlApi.h"
@@ -14,12 +14,16 @@ void GlRenderer::renderParticles(ParticleSystem& system) {
     quatAxisX(right, cameraOrientation_);
     quatAxisY(up, cameraOrientation_);
     const int count = buildBillboards(system, right, up, billboards_);
-    engineManagers()->materialManager->applyMaterial(*material);
-    applyBlendState(static_cast<BlendMode>(system.desc().blendMode), material->alphaTest, material->alphaRef);
+    drawBillboards(billboards_.data(), count, *material, static_cast<BlendMode>(system.desc().blendMode));
+}
+
+void GlRenderer::drawBillboards(const BillboardVertex* first, int count, Material& material, BlendMode blend) {
+    if (!shadersSupported || count == 0) return;
+    engineManagers()->materialManager->applyMaterial(material);
+    applyBlendState(blend, material.alphaTest, material.alphaRef);
     glDisable(GL_CULL_FACE); // a negative width shows the picture from behind
     glDisable(GL_LIGHTING);
 
-    const BillboardVertex* const first = billboards_.data();
     glEnableClientState(GL_VERTEX_ARRAY);
     glEnableClientState(GL_TEXTURE_COORD_ARRAY);
     glEnableClientState(GL_COLOR_ARRAY);

@@ -107,6 +107,8 @@ class GlRenderer final : public Renderer {
     // Draws guiList.
     void renderGuiObject(bool tint) override;
     void renderParticles(ParticleSystem& system) override;
+    void drawBillboards(const BillboardVertex* first, int count, Material& material,
+                        BlendMode blend) override;
 
     // Nothing calls the first, and the second belongs to a shadow pass, which is never drawn.
     void buildStaticBatch(const Scene&) override {}

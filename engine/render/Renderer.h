@@ -18,6 +18,7 @@ struct Message;
 namespace Zelkor {
 
 class ParticleSystem;
+struct BillboardVertex;
 
 struct ColouredLine {
     Vec3 from, to, colour;
@@ -86,6 +87,9 @@ class Renderer {
     // --- What the material manager hands on to the renderer. -----------------------------------------------
     // Program, parameters, textures and fixed state for the next draw.
     virtual void applyMaterialState(Material&) {}
+
+    // Quads in the world, four vertices each, with a material of theirs.
+    virtual void drawBillboards(const BillboardVertex*, int /*count*/, Material&, BlendMode) {}
 
     // --- State that the main loop and the drawing code read. -----------------------------------------------
     bool shaderCompileFailed = false;

@@ -33,11 +33,17 @@ std::unique_ptr<Thingy> createActor(Zelkor::Unit& unit) {
 // Spawn types that shared code asks for.
 namespace SpawnType {
 inline constexpr int player = 1;
+inline constexpr int bullet = 2;
 inline constexpr int movingLadder = 38;
 inline constexpr int minecart = 41;
 inline constexpr int rail = 42;
 inline constexpr int bounceShroom = 45;
 inline constexpr int pickup = 71;
+inline constexpr int homingBullet = 72;
+inline constexpr int rocketBullet = 73;
+inline constexpr int laserBullet = 74;
+inline constexpr int bounceBullet = 75;
+inline constexpr int playerBullet = 76;
 inline constexpr int bloodSplatter = 100;
 inline constexpr int weaponDrop = 101;
 inline constexpr int tileFall = 102;

@@ -11,6 +11,7 @@
 #include "game/GameCamera.h"
 #include "game/Session.h"
 #include "game/Settings.h"
+#include "gui/GuiWorkspace.h"
 #include "gui/OverlayManager.h"
 #include "input/ControllerManager.h"
 #include "render/GpuPasses.h"
@@ -50,6 +51,7 @@ constexpr const char* sharedMaterials[] = {"robot", "ts1", "train", "props"};
 constexpr const char* sharedMeshes[] = {
     "bullet", "bomb1",  "bombfish", "pickups/cake1", "pickups/cake2", "tiles/tiles6/bridge_plank",
     "blood1", "blood2", "blood3",   "tiles/box",     "dynamite"};
+constexpr const char* sharedSprites[] = {"bullet", "sprites/homingbullet", "fireball"};
 constexpr const char* sharedEffects[] = {
     "turret_flash", "bullet_hit",     "bomb1_explosion", "animal_death",      "bandit_death",  "boss1_shells",
     "main_gun_flash", "medusa_smoke", "robot1_wheel_dust", "rocket", "trainbombflame"};
@@ -71,6 +73,7 @@ Game::Game(std::optional<std::filesystem::path> settingsFolder)
     timers.addTimer("boss");
     timers.addTimer("player");
     currentGame = this;
+    playerDisplay = std::make_unique<GuiScreenWorkspace>(true);
     thingyManager = std::make_unique<ThingyManager>();
     engineManagers()->audioManager->setMusicGain(musicGain);
     settings->load();
@@ -116,6 +119,8 @@ void Game::preloadAssets() {
         engine.unitManager->preloadMaterials(mesh);
     for (const char* effect : sharedEffects)
         engine.particleManager->preload(effect);
+    for (const char* sprite : sharedSprites)
+        engine.particleManager->sprites().registerList(sprite);
     logLine("load Sounds");
     for (const char* sound : sharedSounds)
         engine.audioManager->soundIndex(sound);

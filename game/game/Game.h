@@ -8,6 +8,9 @@
 #include <optional>
 #include <string>
 
+namespace Zelkor {
+class GuiScreenWorkspace;
+}
 class EventList;
 class GameCamera;
 class Session;
@@ -48,6 +51,8 @@ class Game {
     std::unique_ptr<Session> session;
     bool quitRequested = false;
     int currentStage = 0;
+    // What the player has to see of his hero, such as the health bar.
+    std::unique_ptr<Zelkor::GuiScreenWorkspace> playerDisplay;
     PostChain postChain;
 
   private:

@@ -353,6 +353,20 @@ void TileGrid::breakBridge(const Vec3& point, float force) {
     removeTileUnit(bridge);
 }
 
+void TileGrid::breakBridges(const Vec3& point, float radius, float force) {
+    const int reach = static_cast<int>(radius / tileSize) + 1;
+    const Vec3 middle = cellCentre(point);
+    for (int row = -reach; row <= reach; ++row)
+        for (int column = -reach; column <= reach; ++column) {
+            const Vec3 cellMiddle =
+                middle + Vec3{tileSize * static_cast<float>(column), tileSize * static_cast<float>(row), 0};
+            const Vec3 half{tileSize / 2, tileSize / 2, 0};
+            Vec3 nearest = clampVec3(point, cellMiddle - half, cellMiddle + half);
+            nearest.z = point.z;
+            if (distance(nearest, point) <= radius) breakBridge(cellMiddle, force);
+        }
+}
+
 // --- Queries along cells ----------------------------------------------------------------------------------
 
 float TileGrid::edgeOfRun(float x, float y, int direction, int extraRows) const {

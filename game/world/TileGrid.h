@@ -96,6 +96,8 @@ class TileGrid : public Zelkor::SolidTiles {
     // Breaks the bridge tile at the point, if there is one, into two falling planks. A force above 10000
     // looks for a bridge among the solid tiles.
     void breakBridge(const Zelkor::Vec3& point, float force);
+    // The same in every cell of the grid that is no farther than radius from the point.
+    void breakBridges(const Zelkor::Vec3& point, float radius, float force);
 
     // The middle of the cell around a point, also outside the grid; z 0.
     Zelkor::Vec3 cellCentre(const Zelkor::Vec3& point) const;

@@ -7,6 +7,12 @@
 
 using namespace Zelkor;
 
+namespace {
+
+constexpr float barrelHeight = 0.5f; // share of the gun above the hand
+
+} // namespace
+
 HeldGun::HeldGun(Unit& holder, const std::string& meshName) : holder_(holder) {
     if (holder.skeleton) joint_ = holder.skeleton->findJoint(rightHand);
     const EngineManagers* managers = engineManagers();
@@ -28,4 +34,13 @@ void HeldGun::follow() {
     unit_->scale = holder_.scale;
     unit_->position = holder_.position + fromHolder;
     quatMultiply(unit_->orientation, holder_.orientation, hand.worldRotation);
+}
+
+// The barrel lies along x, in the middle of the upper half.
+Vec3 HeldGun::muzzle() const {
+    const Mesh& mesh = *unit_->mesh;
+    const Vec3 mouth{mesh.boxMax.x, barrelHeight * mesh.boxMax.y, 0};
+    Vec3 fromHand;
+    quatRotate(fromHand, unit_->orientation, scaled(mouth, unit_->scale));
+    return unit_->position + fromHand;
 }

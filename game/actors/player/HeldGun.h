@@ -1,6 +1,8 @@
 // The gun in the hero's right hand: a unit of its own that follows a joint of its holder.
 #pragma once
 
+#include "math/Math.h"
+
 #include <memory>
 #include <string>
 
@@ -23,6 +25,8 @@ class HeldGun {
 
     // Puts the gun where the holder's hand is now. After the holder has been posed and placed.
     void follow();
+    // The end of its barrel, in the world.
+    Zelkor::Vec3 muzzle() const;
     // Null for empty hands.
     Zelkor::Unit* unit() const { return unit_.get(); }
 

@@ -45,6 +45,10 @@ inline constexpr struct HeroConstants {
     float stickClimb = 0.5f;
     float climbPause = 0.3f; // seconds before a ladder may be grabbed again
 
+    // Guns and pickups.
+    float muzzleHeight = 13, muzzleReach = 8; // of bare hands, from the feet
+    float pickupReach = 40, pickupHalf = 3;
+
     // Being hurt and dying.
     float knockSpeed = 30, knockUpSpeed = 50;
     float hurtTime = 0.3f;

@@ -1,13 +1,20 @@
 #include "actors/player/Player.h"
 
+#include "actors/ActorSound.h"
+#include "actors/ThingyManager.h"
 #include "actors/player/HeroConstants.h"
+#include "actors/scenery/Pickup.h"
 #include "core/EngineManagers.h"
 #include "core/TimerManager.h"
 #include "game/Game.h"
 #include "game/GameCamera.h"
 #include "game/Session.h"
 #include "input/ControllerManager.h"
+#include "gui/GuiWorkspace.h"
+#include "gui/HealthBar.h"
 #include "resources/Unit.h"
+
+#include <algorithm>
 
 using Zelkor::Vec3;
 
@@ -19,6 +26,7 @@ PlayerSurroundings PlayerSurroundings::ofGame() {
         world.camera = game->camera();
         world.actors = game->thingyManager.get();
         world.session = game->session.get();
+        world.display = &game->playerDisplay->root;
     }
     return world;
 }
@@ -34,10 +42,67 @@ Player::Player(Zelkor::Unit& ownUnit, const PlayerSurroundings& surroundings)
     heldJumpGravity = heroConstants.heldJumpGravity * factor;
     terminalSpeed = heroConstants.terminalSpeed;
     if (timer) timer->scale = 1;
+    setWeapon(WeaponIndex::mainGun);
+    if (world_.display) {
+        healthBar = std::make_unique<HealthBar>(*world_.display);
+        healthBar->show(true);
+    }
 }
 
 Player::~Player() {
     if (world_.camera && world_.camera->target == this) world_.camera->target = nullptr;
+}
+
+// --- Guns -------------------------------------------------------------------------------------------------
+
+void Player::setWeapon(int index) {
+    if (weapon && weapon->index == index) return;
+    if (weapon && weapon->index > WeaponIndex::mainGun && gun_ && gun_->unit() && world_.actors) {
+        const Zelkor::Unit& lost = *gun_->unit();
+        world_.actors->spawn(SpawnType::weaponDrop, weaponName(weapon->index), lost.position, lost.orientation);
+    }
+    gun_.reset();
+    weapon = PlayerWeapon::create(index, *this);
+    gun_ = std::make_unique<HeldGun>(*unit, weaponName(weapon->index));
+}
+
+Vec3 Player::muzzlePoint(bool /*left*/) const {
+    if (gun_ && gun_->unit()) return gun_->muzzle();
+    return feet() + up * heroConstants.muzzleHeight +
+           right * (static_cast<float>(facing) * heroConstants.muzzleReach);
+}
+
+bool Player::fire(bool left) {
+    if (!weapon || !world_.actors) return false;
+    return weapon->fire(playerTime(), muzzlePoint(left), static_cast<float>(facing), up, {});
+}
+
+// --- Pickups ----------------------------------------------------------------------------------------------
+
+void Player::collectPickups(const Vec3& boxMin, const Vec3& boxMax) {
+    if (dead || !world_.actors) return;
+    std::vector<Thingy*> near;
+    world_.actors->collectInRadius(GROUP_PICKUPS, position(), heroConstants.pickupReach, near);
+    for (Thingy* actor : near) {
+        auto* pickup = dynamic_cast<Pickup*>(actor);
+        const Vec3 p = actor->position();
+        const float half = heroConstants.pickupHalf;
+        const bool touches = p.x + half > boxMin.x && p.x - half < boxMax.x && p.y + half > boxMin.y &&
+                             p.y - half < boxMax.y;
+        if (!pickup || pickup->removeMe || !touches) continue;
+        takePickup(pickup->kind);
+        pickup->collect();
+    }
+}
+
+void Player::takePickup(int kind) {
+    playSoundAt("pickup", position());
+    if (kind == Pickup::cake)
+        health = std::min(health + 1, maxHealth);
+    else if (kind == Pickup::wholeCake)
+        health = maxHealth;
+    else
+        setWeapon(kind - Pickup::firstGun + 1);
 }
 
 void Player::updateFlash(float /*time*/, float dt) {

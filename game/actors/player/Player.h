@@ -3,10 +3,17 @@
 
 #include "actors/Thingy.h"
 #include "actors/player/LookAhead.h"
+#include "actors/player/HeldGun.h"
 #include "actors/player/PlayerInputSnapshot.h"
+#include "actors/weapons/PlayerWeapon.h"
 
+#include <memory>
+
+namespace Zelkor {
+class GuiPanel;
+}
 class GameCamera;
-class HeldGun;
+class HealthBar;
 class Session;
 class ThingyManager;
 class TileGrid;
@@ -22,6 +29,7 @@ struct PlayerSurroundings {
     GameCamera* camera = nullptr;
     ThingyManager* actors = nullptr;
     Session* session = nullptr;
+    Zelkor::GuiPanel* display = nullptr;
 };
 
 class Player : public Thingy {
@@ -35,6 +43,13 @@ class Player : public Thingy {
     virtual void keepInView() = 0;
     // Moves the view ahead; the first call in an update counts.
     virtual void updateCameraOffset(float moveX, float dt) = 0;
+
+    // The mouth of the gun in the right or left hand.
+    virtual Zelkor::Vec3 muzzlePoint(bool left) const;
+    // Shoots from that hand; true when a shot left.
+    virtual bool fire(bool left);
+    // Changes guns; one that he has picked up flies away. The gun he has already stays.
+    void setWeapon(int index);
 
     // Stands the hero on other axes for as long as it is called in every frame. Unit vectors along world
     // axes.
@@ -63,10 +78,17 @@ class Player : public Thingy {
     float rollAngle = 0, targetRoll = 0; // radians, 0 when up is (0, 1, 0)
     bool inGravityField = false;
     bool dead = false;
+    std::unique_ptr<PlayerWeapon> weapon;
+    std::unique_ptr<HealthBar> healthBar; // none without a display
 
     // Fixed at construction, from the stage's gravity factor.
     float gravity, heldJumpGravity, terminalSpeed;
 
   protected:
+    // Takes every pickup whose middle, grown by 3, overlaps the box.
+    void collectPickups(const Zelkor::Vec3& boxMin, const Zelkor::Vec3& boxMax);
+    void takePickup(int kind);
+
     PlayerSurroundings world_;
+    std::unique_ptr<HeldGun> gun_;
 };

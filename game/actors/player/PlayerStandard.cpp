@@ -15,6 +15,7 @@
 #include "core/EngineManagers.h"
 #include "game/GameCamera.h"
 #include "game/Session.h"
+#include "gui/HealthBar.h"
 #include "resources/Unit.h"
 #include "resources/UnitManager.h"
 #include "world/TileGrid.h"
@@ -42,8 +43,7 @@ PlayerStandard::PlayerStandard(Zelkor::Unit& ownUnit, const PlayerSurroundings& 
                                              std::make_unique<PlayerInAirState>(*this),
                                              std::make_unique<PlayerHurt>(*this),
                                              std::make_unique<PlayerClimbState>(*this),
-                                             std::make_unique<PlayerCartState>(*this)},
-      gun_(ownUnit, "maingun") {
+                                             std::make_unique<PlayerCartState>(*this)} {
     const float scale = heroConstants.unitScale;
     ownUnit.scale = {scale, scale, scale};
     playClip(ownUnit, HeroClips::idle);
@@ -79,6 +79,9 @@ void PlayerStandard::update(float time, float dt) {
     placeUnit();
 
     if (!input.overridden) keepInView();
+    const Box body = hurtBox();
+    collectPickups(body.min, body.max);
+    if (healthBar) healthBar->update(health / maxHealth, dt);
     updateFlash(time, dt);
     finishStep(dt);
 }
@@ -194,7 +197,7 @@ void PlayerStandard::finishStep(float dt) {
 void PlayerStandard::poseGun() {
     if (const Zelkor::EngineManagers* managers = Zelkor::engineManagers())
         unit->frameUpdate(managers->unitManager->frameNumber + 1);
-    gun_.follow();
+    gun_->follow();
 }
 
 PlayerClimbState& PlayerStandard::climbState() {
@@ -224,11 +227,7 @@ bool PlayerStandard::boardCart() {
 }
 
 void PlayerStandard::showGun(bool shown) {
-    if (gun_.unit()) gun_.unit()->visible = shown;
-}
-
-bool PlayerStandard::fire(bool /*left*/) {
-    return false; // no weapons yet
+    if (gun_->unit()) gun_->unit()->visible = shown;
 }
 
 void PlayerStandard::standAt(const Vec3& place) {
@@ -291,16 +290,19 @@ void PlayerStandard::teleport(const Vec3& destination) {
     lastPosition += offset;
 }
 
-int PlayerStandard::onHit(const Attack& attack) {
-    if (dead || flash > 0) return 0;
+PlayerStandard::Box PlayerStandard::hurtBox() const {
     const Vec3 base = feet();
     const Vec3 side = right * heroConstants.hurtHalfWidth;
     const Vec3 top = base + up * (crouching ? heroConstants.crouchHurtHeight : heroConstants.hurtHeight);
-    const Vec3 corner = base - side, opposite = top + side;
-    const bool overlaps = attack.boxMax.x > std::min(corner.x, opposite.x) &&
-                          attack.boxMin.x < std::max(corner.x, opposite.x) &&
-                          attack.boxMax.y > std::min(corner.y, opposite.y) &&
-                          attack.boxMin.y < std::max(corner.y, opposite.y);
+    const Vec3 a = base - side, b = top + side;
+    return {{std::min(a.x, b.x), std::min(a.y, b.y), 0}, {std::max(a.x, b.x), std::max(a.y, b.y), 0}};
+}
+
+int PlayerStandard::onHit(const Attack& attack) {
+    if (dead || flash > 0) return 0;
+    const Box body = hurtBox();
+    const bool overlaps = attack.boxMax.x > body.min.x && attack.boxMin.x < body.max.x &&
+                          attack.boxMax.y > body.min.y && attack.boxMin.y < body.max.y;
     if (!overlaps) return 0;
 
     const float attackCentre = (attack.boxMin.x + attack.boxMax.x) / 2;
@@ -315,6 +317,7 @@ int PlayerStandard::onHit(const Attack& attack) {
         world_.camera->shakeDecay = heroConstants.shakeDecay;
     }
     playSoundAt("playerhurt", position());
+    setWeapon(WeaponIndex::mainGun);
     if (!cart) changeState(PlayerState::hurt);
     health -= 1;
     if (health <= 0) die(false);

@@ -2,7 +2,6 @@
 // set the velocity and choose the next state.
 #pragma once
 
-#include "actors/player/HeldGun.h"
 #include "actors/player/Player.h"
 #include "actors/player/PlayerState.h"
 
@@ -47,8 +46,6 @@ class PlayerStandard final : public Player {
     // Lands in a mine cart, or is pushed out of it. False unless he rides now.
     bool boardCart();
     void showGun(bool shown);
-    // Shoots from that hand; true when a shot left.
-    bool fire(bool left);
     // Puts his feet there, however he leans.
     void standAt(const Zelkor::Vec3& feet);
     TileGrid* grid() const { return world_.grid; }
@@ -71,10 +68,13 @@ class PlayerStandard final : public Player {
     void holdInView(float x, bool leftEdge);
     void finishStep(float dt);
     void poseGun();
+    struct Box {
+        Zelkor::Vec3 min, max;
+    };
+    Box hurtBox() const;
     void forgetLostPlatform();
 
     std::array<std::unique_ptr<PlayerState>, PlayerState::count> states_;
-    HeldGun gun_;
     std::vector<Thingy*> platforms_; // scratch of one step
     bool lookedAhead_ = false;       // in this update
     float deadTime_ = 0;             // seconds

@@ -1,11 +1,10 @@
 #include "actors/rides/Minecart.h"
 
+#include "actors/ActorSound.h"
 #include "actors/ThingyManager.h"
 #include "actors/player/HeroConstants.h"
 #include "actors/rides/RailThingy.h"
 #include "animation/SkeletonInstance.h"
-#include "audio/AudioManager.h"
-#include "core/EngineManagers.h"
 #include "game/Game.h"
 #include "resources/Unit.h"
 #include "world/TileGrid.h"
@@ -25,10 +24,6 @@ constexpr float airTiltRate = 0.7f, railTiltRate = 6; // radians per second
 constexpr float hitUp = 40, hitBack = 30, hitTilt = 0.3f;
 constexpr float catchBelow = 4;     // a falling cart is caught this far below the rails
 constexpr float wallAhead = 10, wallAbove = 6; // where a wall stops it
-
-void sound(const char* name, const Vec3& place) {
-    engineManagers()->audioManager->playSoundAt(name, place, 1);
-}
 
 } // namespace
 
@@ -58,7 +53,7 @@ void Minecart::runOnRails(float dt, bool jumpPressed) {
         velocity = {speed_, jumpSpeed, 0};
         holdTime_ = jumpHoldTime;
         tilt += jumpTilt;
-        sound("cartjump", position());
+        playSoundAt("cartjump", position());
         return;
     }
     speed_ = moveTowards(speed_, runSpeed - slopeSpeed * sine(here->tilt), acceleration * dt);
@@ -86,7 +81,7 @@ void Minecart::fly(float dt, bool jumpHeld, float gravity, float heldJumpGravity
     speed_ = velocity.x;
     velocity.y = 0;
     unit->position.y = rails->height;
-    sound("cartland", position());
+    playSoundAt("cartland", position());
 }
 
 void Minecart::throwUp() {

@@ -1,7 +1,6 @@
 // A block that comes and goes.
+#include "actors/ActorSound.h"
 #include "actors/ThingyManager.h"
-#include "audio/AudioManager.h"
-#include "core/EngineManagers.h"
 #include "game/Game.h"
 #include "resources/Unit.h"
 #include "world/TileGrid.h"
@@ -29,7 +28,7 @@ class DisappearingTile : public Thingy {
         const float cycle = std::fmod(age_ + phase_, period_);
         const bool inSpan = cycle < shownTime_;
         if (inSpan && !shown_)
-            engineManagers()->audioManager->playSoundAt("bullethit", place_, 1);
+            playSoundAt("bullethit", place_);
         shown_ = inSpan;
         if (!shown_)
             setSolid(false);

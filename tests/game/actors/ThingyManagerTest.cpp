@@ -161,19 +161,8 @@ TEST_F(ThingyManagerTest, HitsFlashRedForAThirdOfASecond) {
     EXPECT_EQ(actor.unit->items[0].colour(), actor.baseColour);
 }
 
-namespace {
-
-std::map<std::string, int> dropped; // what the pickups of this test were, by unit
-
-class TestPickup : public Thingy {
-  public:
-    explicit TestPickup(Unit& ownUnit) : Thingy(ownUnit, GROUP_PICKUPS) { ++dropped[ownUnit.name()]; }
-};
-
-} // namespace
-
 TEST_F(ThingyManagerTest, LootFollowsTheStageAndTheHero) {
-    static const SpawnRow pickupRow{SpawnType::pickup, createActor<TestPickup>};
+    std::map<std::string, int> dropped; // by unit
     const auto drop = [&](int stage, float health, int times) {
         dropped.clear();
         game->session->stage = stage;
@@ -184,6 +173,8 @@ TEST_F(ThingyManagerTest, LootFollowsTheStageAndTheHero) {
         seedRandom(11);
         for (int i = 0; i < times; ++i)
             dropLoot({});
+        for (const Thingy* pickup : actors(GROUP_PICKUPS))
+            ++dropped[pickup->unit->name()];
         return dropped;
     };
     constexpr int n = 20000;
