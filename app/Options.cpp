@@ -2,10 +2,13 @@
 
 #include <CLI/CLI.hpp>
 
+#include <cctype>
 #include <charconv>
 #include <map>
 
 namespace {
+
+constexpr int lastStage = 19;
 
 bool parseInt(std::string_view text, int& out) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), out);
@@ -24,6 +27,27 @@ bool parseScreenshot(const std::string& text, ScreenshotRequest& out) {
     if (at == std::string::npos || at == 0) return false;
     out.file = text.substr(0, at);
     return parseInt(std::string_view(text).substr(at + 1), out.frame) && out.frame >= 0;
+}
+
+// A file under data/levels, without its extension: words joined by '/'.
+bool isStageName(const std::string& text) {
+    bool inWord = false;
+    for (const char c : text) {
+        if (c == '/' && !inWord) return false;
+        inWord = c != '/';
+        if (inWord && c != '_' && c != '-' && !std::isalnum(static_cast<unsigned char>(c))) return false;
+    }
+    return inWord;
+}
+
+bool parseStage(const std::string& text, Options& out) {
+    int number = 0;
+    if (parseInt(text, number)) {
+        out.stage = number;
+        return number >= 0 && number <= lastStage;
+    }
+    out.stageName = text;
+    return isStageName(text) && std::isalpha(static_cast<unsigned char>(text[0]));
 }
 
 } // namespace
@@ -52,8 +76,14 @@ std::optional<Options> parseCommandLine(int argc, const char* const* argv, int& 
     app.add_flag_callback(
            "--fullscreen", [&] { options.fullscreen = true; }, "Play in full screen")
         ->excludes(windowed);
-    app.add_option("--stage", options.stage, "Start in this stage, with no menu open")
-        ->check(CLI::Range(0, 19));
+    app.add_option_function<std::string>(
+           "--stage",
+           [&](const std::string& text) {
+               if (!parseStage(text, options))
+                   throw CLI::ValidationError("--stage", "wants 0 to 19, or a name such as proving/ladders");
+           },
+           "Start in this stage, with no menu open")
+        ->type_name("N|NAME");
     app.add_option("--frames", options.frames, "End after so many frames")->check(CLI::Range(0, 1000000000));
     app.add_option("--step", options.step, "Seconds of every frame, instead of the wall clock")
         ->check(CLI::Range(0.0001, 10.0))

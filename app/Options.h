@@ -23,6 +23,7 @@ struct Options {
     std::optional<WindowSize> size;
     std::optional<bool> fullscreen;
     std::optional<int> stage;
+    std::string stageName; // instead of a number: a file under data/levels
     std::optional<int> frames;
     float step = 0; // seconds of every frame; 0 for the wall clock
     std::optional<uint32_t> seed;

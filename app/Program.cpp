@@ -277,6 +277,7 @@ int runProgram(platform::Platform& system, const Options& options) {
     auto game = std::make_unique<Game>(folder);
     auto overrides = std::make_unique<SettingOverrides>(*game->settings, options);
     if (options.stage) game->currentStage = *options.stage;
+    game->stageFile = options.stageName;
     game->preloadAssets();
     game->startSession();
 

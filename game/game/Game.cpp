@@ -130,7 +130,7 @@ void Game::preloadAssets() {
 void Game::startSession() {
     session.reset(); // before the new one: both use the same actor manager
     session = std::make_unique<Session>(*thingyManager);
-    session->start(currentStage);
+    session->start(currentStage, stageFile.empty() ? stageFileName(currentStage) : stageFile);
     postChain.setUp();
 }
 

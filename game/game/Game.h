@@ -51,6 +51,7 @@ class Game {
     std::unique_ptr<Session> session;
     bool quitRequested = false;
     int currentStage = 0;
+    std::string stageFile; // played in place of currentStage while it is not empty
     // What the player has to see of his hero, such as the health bar.
     std::unique_ptr<Zelkor::GuiScreenWorkspace> playerDisplay;
     PostChain postChain;

@@ -58,6 +58,14 @@ TEST(Options, NothingGivenLeavesEverythingOpen) {
     EXPECT_EQ(options->step, 0);
 }
 
+TEST(Options, AStageMayHaveAName) {
+    int exitCode = -1;
+    const auto options = parse({"--stage", "proving/ladders"}, exitCode);
+    ASSERT_TRUE(options);
+    EXPECT_EQ(options->stageName, "proving/ladders");
+    EXPECT_FALSE(options->stage);
+}
+
 TEST(Options, HelpAndVersionEndWell) {
     for (const char* word : {"--help", "--version"}) {
         int exitCode = -1;
@@ -72,6 +80,8 @@ TEST(Options, BadLinesEndWithOne) {
                                                          {"--size", "640x4o0"},
                                                          {"--stage", "20"},
                                                          {"--stage", "-1"},
+                                                         {"--stage", "../secret"},
+                                                         {"--stage", "proving/"},
                                                          {"--frames", "-1"},
                                                          {"--step", "0"},
                                                          {"--screenshot", "a.png"},

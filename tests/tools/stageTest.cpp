@@ -232,6 +232,11 @@ TEST_F(StageCompiler, WritesNothingForAStageWithoutAWay) {
     write("stages/s.stage", head + "map {\n 0 \"##......##\"\n}\n" + room + tail);
     EXPECT_THROW(compileStage({source, out, "", ""}), SourceError);
     EXPECT_FALSE(fs::exists(out));
+    // Unless it says so; and a name is as good as a number.
+    write("stages/s.stage", "stage rope unwalked\n" + head.substr(head.find('\n')) +
+                                "map {\n 0 \"##......##\"\n}\n" + room + tail);
+    compileStage({source, out, "", ""});
+    EXPECT_TRUE(fs::exists(out + "/rope.level") && fs::exists(out + "/rope.event"));
 }
 
 // Every kind of event, as the game reads it: the order of the fields is the format.

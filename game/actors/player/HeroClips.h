@@ -39,10 +39,11 @@ inline constexpr HeroClip climbIdle1{"climb_idle1"}, climbIdle2{"climb_idle2"};
 inline constexpr HeroClip climb1{"climb1", 1.9f, 0.05f, nullptr, true};
 inline constexpr HeroClip climb2{"climb2", 1.9f, 0.05f, nullptr, true};
 inline constexpr HeroClip climbUp{"climb_up", 1, 0.05f, nullptr, true};
-inline constexpr HeroClip climbShoot1Right{"climb_shoot_1r", 1, 0.05f, nullptr, true};
-inline constexpr HeroClip climbShoot2Right{"climb_shoot_2r", 1, 0.05f, nullptr, true};
-inline constexpr HeroClip climbShoot1Left{"climb_shoot_1l", 1, 0.05f, nullptr, true};
-inline constexpr HeroClip climbShoot2Left{"climb_shoot_2l", 1, 0.05f, nullptr, true};
+// At once: the shot leaves from the arm that is out.
+inline constexpr HeroClip climbShoot1Right{"climb_shoot_1r", 1, 0, nullptr, true};
+inline constexpr HeroClip climbShoot2Right{"climb_shoot_2r", 1, 0, nullptr, true};
+inline constexpr HeroClip climbShoot1Left{"climb_shoot_1l", 1, 0, nullptr, true};
+inline constexpr HeroClip climbShoot2Left{"climb_shoot_2l", 1, 0, nullptr, true};
 
 inline constexpr HeroClip cartJump{"cartjump", 1, 0.05f, "idle"};
 inline constexpr HeroClip cartLand{"cartland", 1, 0.05f, "idle"};

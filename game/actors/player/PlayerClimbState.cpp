@@ -16,7 +16,7 @@ namespace {
 constexpr float rungStep = 4.5f;
 constexpr float restBelow = 2; // feet below a whole number of steps above the base
 constexpr float asideRate = 30, climbRate = 50; // units per second
-constexpr float gunShown = 1, shotPause = 0.1f; // seconds after a shot
+constexpr float gunShownTime = 1, shotPause = 0.1f; // seconds after a shot
 constexpr float longAgo = -10;
 constexpr float groundProbe = 2; // below the lowest rest
 
@@ -26,7 +26,7 @@ void PlayerClimbState::enter(float time, int /*previousState*/) {
     hero.velocity = {};
     hero.crouching = false;
     hero.aimAngle = static_cast<float>(hero.facing) * pi;
-    hero.showGun(false);
+    hideGun();
     lastShot_ = longAgo;
     second_ = false;
     const float feet = hero.feet().y;
@@ -81,16 +81,29 @@ void PlayerClimbState::follow(float dt) {
     hero.bodyCentre += move;
 }
 
+// Also in the middle of a step: the shot's pose takes the place of the step's, and the feet still arrive.
 void PlayerClimbState::shoot(float time) {
     turn(hero.input.direction().x);
-    if (time - lastShot_ > gunShown) hero.showGun(false);
-    if (doing_ != Doing::hanging || !hero.input.pressed(PlayerInputSnapshot::fire)) return;
-    hero.showGun(true);
-    const bool rightwards = hero.facing > 0;
-    playClip(*hero.unit, second_ ? (rightwards ? HeroClips::climbShoot2Right : HeroClips::climbShoot2Left)
-                                 : (rightwards ? HeroClips::climbShoot1Right : HeroClips::climbShoot1Left));
-    hero.fire(false);
-    lastShot_ = time;
+    const bool free = doing_ == Doing::hanging || doing_ == Doing::stepping;
+    if (free && hero.input.pressed(PlayerInputSnapshot::fire)) {
+        doing_ = Doing::hanging;
+        const bool rightwards = hero.facing > 0;
+        playClip(*hero.unit, second_ ? (rightwards ? HeroClips::climbShoot2Right : HeroClips::climbShoot2Left)
+                                     : (rightwards ? HeroClips::climbShoot1Right : HeroClips::climbShoot1Left));
+        hero.showGun(true);
+        gunShown_ = true;
+        hero.poseGun(); // the shot leaves from where the arm is now
+        hero.fire(false);
+        lastShot_ = time;
+    } else if (gunShown_ && time - lastShot_ > gunShownTime) {
+        hideGun();
+        if (doing_ == Doing::hanging) hang();
+    }
+}
+
+void PlayerClimbState::hideGun() {
+    gunShown_ = false;
+    hero.showGun(false);
 }
 
 // He faces the ladder either way; half a turn is the same half turn to both sides.
@@ -139,7 +152,7 @@ void PlayerClimbState::startStep(float time, int direction) {
 
 void PlayerClimbState::climbOver(float time) {
     direction_ = 1;
-    rung_ = ladder.surface;
+    rung_ = ladder.surface - heroConstants.footing; // standing, not just above: else he would fall first
     doing_ = Doing::overTop;
     doneAt_ = time + playClip(*hero.unit, HeroClips::climbUp);
 }

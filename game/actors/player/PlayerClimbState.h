@@ -20,6 +20,7 @@ class PlayerClimbState : public PlayerState {
 
     void follow(float dt);
     void shoot(float time);
+    void hideGun();
     void climb(float time);
     void startStep(float time, int direction);
     void climbOver(float time);
@@ -33,4 +34,5 @@ class PlayerClimbState : public PlayerState {
     float rung_ = 0;      // where the feet are to be
     float doneAt_ = 0;    // when the clip that plays has ended
     float lastShot_ = 0;
+    bool gunShown_ = false;
 };

@@ -46,6 +46,8 @@ class PlayerStandard final : public Player {
     // Lands in a mine cart, or is pushed out of it. False unless he rides now.
     bool boardCart();
     void showGun(bool shown);
+    // Takes the pose of the coming frame, and the gun with it.
+    void poseGun();
     // Puts his feet there, however he leans.
     void standAt(const Zelkor::Vec3& feet);
     TileGrid* grid() const { return world_.grid; }
@@ -67,7 +69,6 @@ class PlayerStandard final : public Player {
     void collideWithTiles(const Zelkor::Vec3& travelled, float dt);
     void holdInView(float x, bool leftEdge);
     void finishStep(float dt);
-    void poseGun();
     struct Box {
         Zelkor::Vec3 min, max;
     };

@@ -44,6 +44,8 @@ struct StageEvent {
 
 struct Stage {
     int number = 0;
+    std::string fileName; // of its files, when it has no number
+    bool unwalked = false; // takes more than walking and jumping to get through
     Zelkor::Vec2 origin;            // world position of the centre of column 0, row 0
     std::vector<StageTile> tiles;   // the play plane, bottom row first
     std::vector<StageTile> scenery; // every other depth

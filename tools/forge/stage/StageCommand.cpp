@@ -22,7 +22,7 @@ void compileStage(const StageJob& job) {
     const ReachResult reach = searchReach(stage, grid);
     // Before the verdict: the picture shows where the way is broken.
     if (!job.map.empty()) writePng(job.map, drawStageMap(stage, grid, reach));
-    if (!reach.endReached)
+    if (!reach.endReached && !stage.unwalked)
         throw SourceError(stage.end, "the hero cannot reach the end: he gets no farther than column " +
                                          std::to_string(reach.farthestColumn));
     const std::string base = (std::filesystem::path(job.outFolder) / stageFileName(stage)).string();
@@ -30,9 +30,10 @@ void compileStage(const StageJob& job) {
     writeFile(base + ".level", Bytes(level.begin(), level.end()));
     writeFile(base + ".event", Bytes(events.begin(), events.end()));
     std::printf(
-        "%s: %d x %d cells, %zu tiles, %zu pieces of scenery, %zu events; end reached, %zu places to stand\n",
+        "%s: %d x %d cells, %zu tiles, %zu pieces of scenery, %zu events; end %s, %zu places to stand\n",
         stageFileName(stage).c_str(), grid.width(), grid.height(), stage.tiles.size(), stage.scenery.size(),
-        stage.events.size(), reach.standings.size());
+        stage.events.size(),
+        reach.endReached ? "reached" : "out of a walker's reach", reach.standings.size());
 }
 
 } // namespace forge

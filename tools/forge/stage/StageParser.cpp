@@ -5,6 +5,7 @@
 #include "text/Arguments.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <map>
 
@@ -43,7 +44,7 @@ class StageParser {
     void read(const Statement& s) {
         const std::string& keyword = s.keyword;
         if (keyword == "stage") {
-            stage.number = Arguments(s, scope, "number").integer("number", 0);
+            header(s);
         } else if (keyword == "tiles") {
             tileFolder = "tiles/" + Arguments(s, scope, "set").name("set") + "/";
         } else if (keyword == "origin") {
@@ -71,6 +72,17 @@ class StageParser {
         } else {
             throw SourceError(s.place, "unknown statement '" + keyword + "'");
         }
+    }
+
+    // A number, or the name that its files are to have.
+    void header(const Statement& s) {
+        const Arguments arguments(s, scope, "stage ; unwalked?");
+        const bool named = !s.words.empty() && std::isalpha(static_cast<unsigned char>(s.words[0].text[0]));
+        if (named)
+            stage.fileName = arguments.name("stage");
+        else
+            stage.number = arguments.integer("stage", 0);
+        stage.unwalked = arguments.flag("unwalked");
     }
 
     const TileKind* tile(const std::string& name, const Place& where) {

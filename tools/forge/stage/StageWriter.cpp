@@ -31,6 +31,7 @@ std::string eventLine(const Stage& stage, const StageEvent& event) {
 } // namespace
 
 std::string stageFileName(const Stage& stage) {
+    if (!stage.fileName.empty()) return stage.fileName;
     char name[32];
     std::snprintf(name, sizeof name, "level%03d", stage.number);
     return name;
