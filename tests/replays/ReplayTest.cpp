@@ -23,7 +23,7 @@ constexpr int checkpointFrames = 60;
 
 struct Replay {
     std::string name;
-    int stage;
+    std::string stage;
     int frames;
     int endEvent; // the one that the way through the stage fires last
 };
@@ -33,7 +33,10 @@ void PrintTo(const Replay& replay, std::ostream* out) {
 }
 
 const std::vector<Replay>& replays() {
-    static const std::vector<Replay> all = {{"stage0", 0, 2460, 12}};
+    static const std::vector<Replay> all = {{"stage0", "0", 2460, 12},
+                                            {"ladders", "proving/ladders", 1476, 5},
+                                            {"cart", "proving/cart", 720, 12},
+                                            {"doors", "proving/doors", 780, 10}};
     return all;
 }
 
@@ -120,8 +123,8 @@ TEST_P(ReplayTest, PlaysAsItWasAccepted) {
 }
 
 // Keeps the comparison honest: one key released later must show.
-TEST_P(ReplayTest, AChangedRecordingFails) {
-    const Replay& replay = GetParam();
+TEST(Replays, AChangedRecordingFails) {
+    const Replay& replay = replays().front();
     auto lines = readLines(sourceOf(replay, ".input"));
     const fs::path changed = fs::temp_directory_path() / (replay.name + "-changed.input");
     {

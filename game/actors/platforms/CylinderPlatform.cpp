@@ -36,6 +36,8 @@ class CylinderPlatform : public Platform {
         speed_ = moveTowards(speed_ + push_ * dt, 0, friction * dt);
         speed_ = clamp(speed_, -maxSpeed, maxSpeed);
         push_ = 0;
+        wasRidden_ = hasRider_;
+        hasRider_ = false;
         unit->position.x -= speed_ * radius_ * dt;
         stopAtWall();
         roll_ += drawnRoll * speed_ * dt;
@@ -60,7 +62,10 @@ class CylinderPlatform : public Platform {
     PlatformContact pushOut(Vec3& centre, const Vec3& half, const Vec3& actorVelocity) override {
         const float dx = centre.x - position().x;
         const Vec3 feet = centre - Vec3{0, half.y, 0};
-        if (standsOn(feet)) {
+        // Who stood on it a step ago walks downhill with it, instead of falling from step to step.
+        const bool follows = wasRidden_ && actorVelocity.y <= 0 && standsOn(feet - Vec3{0, footReach, 0});
+        if (follows || standsOn(feet)) {
+            hasRider_ = true;
             const float rise = squareRoot(radius_ * radius_ - dx * dx);
             centre.y = position().y + rise + half.y;
             push_ -= standing * dx / radius_ + walking * actorVelocity.x / radius_;
@@ -80,6 +85,7 @@ class CylinderPlatform : public Platform {
             return {true, {side, 0, 0}};
         }
         const float side = out.y < 0 ? -1.0f : 1.0f;
+        if (side > 0 && actorVelocity.y > 0) return {}; // jumping off it: his box would be lifted by its corner
         const float reach = squareRoot(radius_ * radius_ - out.x * out.x);
         centre.y = position().y + side * (reach + half.y);
         return {true, {0, side, 0}};
@@ -127,6 +133,7 @@ class CylinderPlatform : public Platform {
     float speed_ = 0; // radians per second, positive to the left
     float push_ = 0;  // of this frame's riders, radians per second squared
     float roll_ = 0;
+    bool hasRider_ = false, wasRidden_ = false;
     float limit_ = 0; // of its way from the start; 0: none
     Vec3 lastMove_;
 };

@@ -9,6 +9,9 @@ struct PlatformContact {
     Zelkor::Vec3 normal; // the side of the platform that was touched
 };
 
+// How far below the feet of a rider a surface that turns away from them still carries him, world units.
+inline constexpr float footReach = 2.5f;
+
 class Platform : public Thingy {
   public:
     explicit Platform(Zelkor::Unit& ownUnit) : Thingy(ownUnit, GROUP_PLATFORMS) {}

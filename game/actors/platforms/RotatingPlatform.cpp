@@ -30,6 +30,7 @@ class RotatingPlatform : public Platform {
         angle_ += speed_ * dt;
         if (seesaw_) angle_ = clamp(angle_, -maxAngle, maxAngle);
         lastMove_ = hasRider_ ? swept(angle_ - before) : Vec3{};
+        wasRidden_ = hasRider_;
         hasRider_ = false;
         place();
     }
@@ -61,7 +62,11 @@ class RotatingPlatform : public Platform {
             shortest = way;
             contact = {true, ways[i]};
         }
-        if (!contact.pushed) return contact;
+        if (!contact.pushed) {
+            shortest = -gapBelow(centre + probes[0]);
+            if (shortest == 0 || actorVelocity.y > 0) return contact;
+            contact = {true, ways[0]};
+        }
         centre += contact.normal * shortest;
         if (contact.normal.y > 0) {
             hasRider_ = true;
@@ -116,10 +121,18 @@ class RotatingPlatform : public Platform {
         return x < y ? x : y;
     }
 
+    // From the feet of who stood on it a step ago down to where it is now; 0 when it is out of his reach. Without
+    // it, who walks downhill would fall from step to step.
+    float gapBelow(const Vec3& feet) const {
+        if (!wasRidden_ || absolute(cosine(angle_)) < steepest) return 0;
+        const float rise = wayOut(feet - Vec3{0, footReach, 0}, {0, 1, 0});
+        return rise > 0 && rise < footReach ? footReach - rise : 0;
+    }
+
     float angle_ = 0, restAngle_ = 0; // radians
     float speed_ = 0;                 // radians per second
     bool seesaw_ = true;
-    bool hasRider_ = false;
+    bool hasRider_ = false, wasRidden_ = false;
     Vec3 rider_;             // where its feet were
     float landingSpeed_ = 0; // its vertical speed then
     Vec3 lastMove_;

@@ -17,7 +17,7 @@ namespace {
 constexpr float centreRate = 50; // units per second, to the middle of the cart
 constexpr float rollShare = 0.85f; // of the cart's tilt
 constexpr float boardBelow = 3, boardAbove = 10; // feet from the floor
-constexpr float thrownSpeed = 30, thrownUpSpeed = 60;
+constexpr float thrownSpeed = 45, thrownUpSpeed = 85; // out of a stopped cart, over a wall of one cell
 
 Minecart* nearestCart(const ThingyManager& actors, const Vec3& point) {
     std::vector<Thingy*> rides;

@@ -23,7 +23,7 @@ constexpr float airTilt = -0.25f;  // where the front sinks to in the air
 constexpr float airTiltRate = 0.7f, railTiltRate = 6; // radians per second
 constexpr float hitUp = 40, hitBack = 30, hitTilt = 0.3f;
 constexpr float catchBelow = 4;     // a falling cart is caught this far below the rails
-constexpr float wallAhead = 10, wallAbove = 6; // where a wall stops it
+constexpr float wallAhead = 16, wallAbove = 6; // where a wall stops it: before its rim, not inside it
 
 } // namespace
 

@@ -119,6 +119,17 @@ TEST_F(PlatformsTest, ASeesawTipsUnderItsRiderAndComesBack) {
     feet = {215, 9.9f, 0};
     ride(heavy, feet, 10, -100); // as if landing again and again
     EXPECT_LT(heavy.unit->orientation.z, -0.1f);
+    // Walking downhill he stays on it, whether it tips or rolls away.
+    for (Platform* slope : {&platform(25, {600, 0, 0}), &platform(26, {800, 0, 0})}) {
+        feet = slope->position() + Vec3{3, 9.4f, 0};
+        ride(*slope, feet, 1);
+        for (int i = 0; i < 6; ++i) {
+            feet.x += 0.75f;
+            EXPECT_TRUE(ride(*slope, feet, 1).pushed) << i;
+        }
+        feet.y += 1;
+        EXPECT_FALSE(ride(*slope, feet, 1, 85).pushed); // up and away
+    }
     Platform& mill = platform(25, {400, 0, 0}, {{0, 1}});
     step(60);
     EXPECT_NEAR(mill.unit->orientation.z, sine(0.5f), 1e-3f);
