@@ -2,6 +2,7 @@
 // point, shakes, and carries the screen fade.
 #pragma once
 
+#include "gui/GuiWorkspace.h"
 #include "math/Math.h"
 #include "resources/Scene.h"
 
@@ -42,6 +43,8 @@ class GameCamera {
     bool panActive = false;
     float fade = 0; // 0 clear, 1 faded out
     Zelkor::Camera view;
+    // Drawn over the stage, under the menus, where the picture goes straight to the window.
+    Zelkor::GuiScreenWorkspace overlay{false};
     Zelkor::Vec3 areaMin, areaMax;
     Zelkor::Vec3 position; // followed, before lock and shake
     Thingy* target = nullptr;

@@ -6,6 +6,7 @@
 #include "game/GameCamera.h"
 #include "game/Settings.h"
 #include "render/GpuPasses.h"
+#include "render/GuiDrawing.h"
 #include "render/MaterialManager.h"
 #include "render/Renderer.h"
 #include "render/SceneDrawing.h"
@@ -144,7 +145,7 @@ void PostChain::drawDirect(GameCamera& camera, const Area& area) {
     setParameter(noPost_, "fade", camera.fade);
     drawPass("nopost", noPost_, {});
     erase(camera.fade, {});
-    // The camera's GUI workspace comes here, its two passes, over what the fade has left.
+    drawBothPasses(camera.overlay, false); // over what the fade has left
     setViewport(area, 1, 1);
     renderer().beginScene(camera.view);
     renderer().applyCamera(camera.view);
