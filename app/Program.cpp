@@ -14,6 +14,7 @@
 #include "game/GameCamera.h"
 #include "game/Settings.h"
 #include "input/ControllerManager.h"
+#include "io/DataFiles.h"
 #include "render/GlRenderer.h"
 
 #include <algorithm>
@@ -242,6 +243,10 @@ std::filesystem::path findDataFolder(const Options& options, const std::filesyst
 }
 
 int runProgram(platform::Platform& system, const Options& options) {
+    if (!options.stageName.empty() && !Zelkor::dataFileExists("levels/" + options.stageName + ".level")) {
+        std::fprintf(stderr, "rustpike: there is no stage %s\n", options.stageName.c_str());
+        return 1;
+    }
     Recording recording;
     if (!recording.open(options)) return 1;
 
