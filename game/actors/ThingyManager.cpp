@@ -181,6 +181,11 @@ void ThingyManager::collectAll(int group, std::vector<Thingy*>& out) const {
         if (actor) out.push_back(actor.get());
 }
 
+bool ThingyManager::contains(int group, const Thingy* actor) const {
+    const auto& slots = groups_[static_cast<std::size_t>(group)].slots;
+    return actor && std::any_of(slots.begin(), slots.end(), [&](const auto& slot) { return slot.get() == actor; });
+}
+
 bool ThingyManager::solidPlatformAt(const Vec3& point) const {
     for (const auto& actor : groups_[GROUP_PLATFORMS].slots) {
         const auto* platform = dynamic_cast<const Platform*>(actor.get());

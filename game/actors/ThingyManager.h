@@ -80,6 +80,18 @@ class ThingyManager {
     void collectInRadius(int group, const Zelkor::Vec3& point, float radius, std::vector<Thingy*>& out) const;
     void collectAll(int group, std::vector<Thingy*>& out) const;
     bool solidPlatformAt(const Zelkor::Vec3& point) const;
+    // Whether the actor still lives, in that group.
+    bool contains(int group, const Thingy* actor) const;
+    // Of the actors of one class; null without any.
+    template <class Actor>
+    Actor* nearestOf(int group, const Zelkor::Vec3& point) const {
+        Actor* nearest = nullptr;
+        for (const auto& slot : groups_[static_cast<std::size_t>(group)].slots)
+            if (auto* actor = dynamic_cast<Actor*>(slot.get()))
+                if (!nearest || distance(actor->position(), point) < distance(nearest->position(), point))
+                    nearest = actor;
+        return nearest;
+    }
 
   private:
     struct Group {

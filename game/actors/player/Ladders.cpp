@@ -4,9 +4,6 @@
 #include "actors/rides/MovingLadder.h"
 #include "world/TileGrid.h"
 
-#include <algorithm>
-#include <vector>
-
 using namespace Zelkor;
 
 namespace {
@@ -38,17 +35,6 @@ Ladder describe(MovingLadder& actor) {
     return ladder;
 }
 
-MovingLadder* nearestActor(const ThingyManager& actors, const Vec3& point) {
-    std::vector<Thingy*> rides;
-    actors.collectAll(GROUP_RIDES, rides);
-    MovingLadder* nearest = nullptr;
-    for (Thingy* ride : rides)
-        if (auto* ladder = dynamic_cast<MovingLadder*>(ride))
-            if (!nearest || distance(ladder->position(), point) < distance(nearest->position(), point))
-                nearest = ladder;
-    return nearest;
-}
-
 bool canGrab(const Ladder& ladder, const Vec3& feet, float directionY) {
     if (absolute(ladder.x - feet.x) > reachAside || feet.y >= ladder.usableTop) return false;
     return directionY < 0 ? ladder.base < feet.y - reachBelow : ladder.base < feet.y + reachAbove;
@@ -62,9 +48,7 @@ std::optional<Ladder> Ladder::now(const TileGrid* grid, const ThingyManager* act
         if (!tile) return std::nullopt;
         return describe(*grid, *tile);
     }
-    std::vector<Thingy*> rides;
-    if (actors) actors->collectAll(GROUP_RIDES, rides);
-    if (std::find(rides.begin(), rides.end(), actor) == rides.end()) return std::nullopt;
+    if (!actors || !actors->contains(GROUP_RIDES, actor)) return std::nullopt;
     return describe(*actor);
 }
 
@@ -85,7 +69,7 @@ std::optional<Ladder> ladderToGrab(const TileGrid* grid, const ThingyManager* ac
                 return describe(*grid, *below);
     }
     if (actors)
-        if (MovingLadder* actor = nearestActor(*actors, feet + Vec3{0, actorReach, 0}))
+        if (MovingLadder* actor = actors->nearestOf<MovingLadder>(GROUP_RIDES, feet + Vec3{0, actorReach, 0}))
             if (const Ladder ladder = describe(*actor); canGrab(ladder, feet, directionY)) return ladder;
     return std::nullopt;
 }

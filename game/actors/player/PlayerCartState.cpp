@@ -8,7 +8,6 @@
 #include "resources/Unit.h"
 
 #include <algorithm>
-#include <vector>
 
 using namespace Zelkor;
 
@@ -19,27 +18,10 @@ constexpr float rollShare = 0.85f; // of the cart's tilt
 constexpr float boardBelow = 3, boardAbove = 10; // feet from the floor
 constexpr float thrownSpeed = 45, thrownUpSpeed = 85; // out of a stopped cart, over a wall of one cell
 
-Minecart* nearestCart(const ThingyManager& actors, const Vec3& point) {
-    std::vector<Thingy*> rides;
-    actors.collectAll(GROUP_RIDES, rides);
-    Minecart* nearest = nullptr;
-    for (Thingy* ride : rides)
-        if (auto* cart = dynamic_cast<Minecart*>(ride))
-            if (!nearest || distance(cart->position(), point) < distance(nearest->position(), point))
-                nearest = cart;
-    return nearest;
-}
-
-bool exists(const ThingyManager* actors, const Thingy* wanted) {
-    std::vector<Thingy*> rides;
-    if (actors) actors->collectAll(GROUP_RIDES, rides);
-    return std::find(rides.begin(), rides.end(), wanted) != rides.end();
-}
-
 } // namespace
 
 Minecart* PlayerCartState::cartToRide(PlayerStandard& hero) {
-    Minecart* cart = hero.actors() ? nearestCart(*hero.actors(), hero.position()) : nullptr;
+    Minecart* cart = hero.actors() ? hero.actors()->nearestOf<Minecart>(GROUP_RIDES, hero.position()) : nullptr;
     if (!cart || cart->stopped()) return nullptr;
     const Vec3 feet = hero.feet();
     const float aside = feet.x - cart->position().x, above = feet.y - cart->top();
@@ -74,7 +56,7 @@ void PlayerCartState::leave(float /*time*/) {
 }
 
 void PlayerCartState::update(float /*time*/, float dt) {
-    if (!exists(hero.actors(), cart)) {
+    if (!hero.actors() || !hero.actors()->contains(GROUP_RIDES, cart)) {
         playClip(*hero.unit, HeroClips::fall);
         hero.changeState(inAir);
         return;

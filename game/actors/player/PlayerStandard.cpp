@@ -109,9 +109,7 @@ void PlayerStandard::moveBody(const Vec3& delta) {
 
 // A platform may have been removed since the hero stepped on it.
 void PlayerStandard::forgetLostPlatform() {
-    platforms_.clear();
-    if (world_.actors) world_.actors->collectAll(GROUP_PLATFORMS, platforms_);
-    if (std::find(platforms_.begin(), platforms_.end(), standingOn) == platforms_.end()) standingOn = nullptr;
+    if (!world_.actors || !world_.actors->contains(GROUP_PLATFORMS, standingOn)) standingOn = nullptr;
 }
 
 void PlayerStandard::collideWithPlatforms() {
