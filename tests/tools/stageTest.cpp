@@ -26,6 +26,8 @@ legend {
     "^" spike
     "B" big
     "F" fill
+    "H" ladder
+    "r" rail
 }
 )";
 
@@ -47,10 +49,11 @@ class StageCompiler : public Workshop {
     void SetUp() override {
         Workshop::SetUp();
         for (const std::string name :
-             {"rock", "top1", "top2", "top3", "hatch", "spike", "big", "fill", "tuft"})
+             {"rock", "top1", "top2", "top3", "hatch", "spike", "big", "fill", "tuft", "ladder", "rail"})
             write("models/tiles/t/" + name + ".model", "");
         write("units/tiles/t/tiledef.txt", "hatch size 1 1 1 type 4 ;\nspike type 9 ;\n"
-                                           "big size 2 2 1 type 1 ;\nfill scaleX scaleY ;\ncut type 2");
+                                           "big size 2 2 1 type 1 ;\nfill scaleX scaleY ;\n"
+                                           "ladder type 2 ;\nrail type 8 ;\ncut type 2");
         catalogue = std::make_unique<TileCatalogue>(folder);
     }
 
@@ -120,7 +123,7 @@ StartupTriggers 7 0 8 9 3 4 5 6
 TEST_F(StageCompiler, SaysWhereASourceIsWrong) {
     const std::string good = head + flat + room + tail;
     ASSERT_EQ(refusal(good), "");
-    const int after = 12; // the line behind the head
+    const int after = 14; // the line behind the head
     const auto at = [](int line, int column, const std::string& reason) {
         return "s.stage:" + std::to_string(line) + ":" + std::to_string(column) + ": " + reason;
     };
@@ -135,23 +138,23 @@ TEST_F(StageCompiler, SaysWhereASourceIsWrong) {
          at(after + 1, 6, "'tiles/t/rock' overlaps 'tiles/t/big'")},
         {head + "map {\n 1 \"F\"\n 0 \"FF\"\n}" + room + tail,
          at(after + 2, 5, "this patch of 'tiles/t/fill' stretches both ways and must be a rectangle")},
-        {good + "event e Explosion at=1,1", at(23, 9, "unknown event 'Explosion'")},
-        {good + "event e SpawnEnemy at=1,1 mesh=m actor=Dragon", at(23, 40, "unknown actor 'Dragon'")},
-        {good + "event hero NonReset", at(23, 1, "there is another event 'hero'")},
-        {good + "event e NonReset {\n triggers e nobody\n}", at(24, 13, "there is no event 'nobody'")},
-        {good + "start nobody", at(23, 7, "there is no event 'nobody'")},
-        {good + "event e NonReset", at(23, 1, "nothing sets off 'e'")},
+        {good + "event e Explosion at=1,1", at(25, 9, "unknown event 'Explosion'")},
+        {good + "event e SpawnEnemy at=1,1 mesh=m actor=Dragon", at(25, 40, "unknown actor 'Dragon'")},
+        {good + "event hero NonReset", at(25, 1, "there is another event 'hero'")},
+        {good + "event e NonReset {\n triggers e nobody\n}", at(26, 13, "there is no event 'nobody'")},
+        {good + "start nobody", at(25, 7, "there is no event 'nobody'")},
+        {good + "event e NonReset", at(25, 1, "nothing sets off 'e'")},
         {good + "event e SpawnEnemy at=2,0 mesh=m actor=Goomba\nstart e",
-         at(23, 1, "'e' stands inside solid cells")},
+         at(25, 1, "'e' stands inside solid cells")},
         {head + "map {\n 2 \".#\"\n 1 \"..\"\n 0 \"##\"\n}" + room + tail,
          at(after + 6, 1, "'hero' stands inside solid cells")},
-        {head + flat + tail, at(21, 7, "there is no event 'room'")},
+        {head + flat + tail, at(23, 7, "there is no event 'room'")},
         {head + flat + "event clear OpenMenu menu=8\nstart clear",
-         at(16, 1, "the stage has no hero (SpawnPlayer)")},
+         at(18, 1, "the stage has no hero (SpawnPlayer)")},
         {head + flat + "event hero SpawnPlayer at=1,1 mesh=m\nstart hero",
-         at(16, 1, "the stage has no camera area")},
+         at(18, 1, "the stage has no camera area")},
         {head + flat + room + "event hero SpawnPlayer at=1,1 mesh=m\nstart hero room",
-         at(17, 1, "the stage has no end (OpenMenu menu=8)")},
+         at(19, 1, "the stage has no end (OpenMenu menu=8)")},
     };
     for (const auto& each : cases)
         EXPECT_EQ(refusal(each.text), each.expected) << each.text;
@@ -288,17 +291,73 @@ TEST_F(StageCompiler, ReadsTilesAsTheGameDoes) {
     EXPECT_TRUE(kinds[1].width == 3 && kinds[1].stretchX && !kinds[1].stretchY && kinds[1].type == 1);
 }
 
+// A gap and a wall that he cannot jump, and what takes him over them all the same.
+TEST_F(StageCompiler, RidesAndClimbsWhereJumpsDoNotReach) {
+    const std::string gap = "map {\n 0 \"##......##\"\n}\n", rails = "map {\n 0 \"##rrrrrr##\"\n}\n";
+    const auto wall = [](const std::string& row5, const std::string& row4) {
+        const std::string low = "....H#....";
+        return "map {\n 5 \"" + row5 + "\"\n 4 \"" + row4 + "\"\n 3 \"" + low + "\"\n 2 \"" + low +
+               "\"\n 1 \"" + low + "\"\n 0 \"##########\"\n}\n";
+    };
+    const std::string bare = wall(".....#....", ".....#....");
+    const std::string up = " rot=[90,0,0,1]", track = " {\n triggers b\n}\nevent b Rail at=2,0.5\n";
+    const struct {
+        std::string map, ride;
+        bool reached;
+    } cases[] = {
+        {wall("....~#....", "....H#...."), "", true},
+        {wall("....H#....", "....H#...."), "", false}, // hands end where the ladder does
+        {gap, "MovingPlatform mesh=p at=2,0 {\n param 0 40\n}", true},
+        {gap, "MovingPlatform mesh=p at=4,4 {\n param 0 40\n}", false},  // too high
+        {gap, "MovingPlatform mesh=p at=4,-4 {\n param 0 40\n}", false}, // too low to come back from
+        {bare, "MovingPlatform mesh=p at=2,1" + up + " {\n param 0 40\n}", true},
+        {bare, "MovingPlatform mesh=p at=2,1" + up + " {\n param 0 4\n}", false},
+        {wall(".####.....", ".....#...."), "MovingPlatform mesh=p at=2,1" + up + " {\n param 0 40\n}", false},
+        {bare, "BounceShroom mesh=p at=2,0.5 {\n param 0 0\n}", true},
+        {gap, "CircleingPlatform mesh=p at=4.5,-1 {\n param 7 10\n}", true},
+        {gap, "CircleingPlatform mesh=p at=4.5,5 {\n param 7 50\n param 2 1\n param 5 170\n param 6 190\n}",
+         true},
+        {gap, "CircleingPlatform mesh=p at=4.5,5 {\n param 7 50\n param 2 1\n param 5 -10\n param 6 10\n}",
+         false},
+        {gap, "FallPlatform mesh=p at=4,0", true},
+        {gap, "DisappearingTile mesh=p at=4,0", true},
+        {gap, "RotatingPlatform mesh=p at=4,-1", true},
+        {rails, "ControlledPlatform mesh=p at=2,1", true},
+        {rails, "Pickup mesh=p at=2,1", false},
+        {bare, "MovingLadder mesh=p at=4,1 {\n param 0 100\n}", true},
+        {bare, "MovingLadder mesh=p at=1,1 {\n param 0 40\n param 1 30\n}",
+         false}, // through the wall, too low
+        {wall(".....#....", "...~.#...."), "CylinderPlatform mesh=p at=2.5,1.5", true},
+        {gap,
+         "Minecart mesh=p at=1,0.5\nevent a Rail at=0,0.5" + track +
+             "start a c\nevent c Rail at=8,0.5 {\n triggers d\n}\nevent d Rail at=9,0.5",
+         true},
+        {gap, "Minecart mesh=p at=1,0.5\nstart a\nevent a Rail at=0,0.5" + track,
+         false}, // nowhere to come down
+        {bare, "Minecart mesh=p at=1,0.5\nstart a\nevent a Rail at=0,0.5" + track,
+         false}, // thrown out too low
+    };
+    for (const auto& each : cases)
+        EXPECT_EQ(
+            endReached(each.map + (each.ride.empty() ? "" : "event ride Thingy actor=" + each.ride + "\n")),
+            each.reached)
+            << each.map << each.ride;
+}
+
 // The numbers of the hero's jump, by hand: held to the end he rises 85 * 0.35 - 30 * 0.35^2 + 64^2 / 600
 // = 32.9, tapped 85^2 / 600 = 12.0; running he covers 45 a second.
 class Flight : public StageCompiler {
   protected:
     // The leap from column 1 of a map, over its whole path.
     bool leap(const std::string& map, const Leap& how, Standing& landing) {
-        path.clear();
         const Stage stage = parseStage("s", head + map, *catalogue);
         const StageGrid grid(stage);
         const std::vector<CameraArea> areas{{{-1000, -35}, {1000, 1000}, {}}};
-        return HeroFlight(grid, areas).fly({1, 1, 0}, how, landing, &path);
+        const std::vector<Ride> none;
+        HeroFlight flight(grid, areas, none);
+        const bool landed = flight.fly(0, how, landing);
+        path = flight.path();
+        return landed;
     }
 
     float highest() const {
@@ -308,7 +367,10 @@ class Flight : public StageCompiler {
         return y;
     }
 
-    static Leap running(float hold) { return {-320, hero::runSpeed, true, hold, 1, 1, 0}; }
+    static Leap running(float hold) {
+        return {{-320, 5}, {hero::runSpeed, hero::jumpSpeed}, hold, 1, 1, 0, 0};
+    }
+    static constexpr Leap straightUp{{-320, 5}, {0, hero::jumpSpeed}, 0.35f, 0, 0, 0, 0};
 
     std::vector<Zelkor::Vec2> path;
 };
@@ -322,7 +384,7 @@ TEST_F(Flight, FollowsTheNumbersOfTheJump) {
     EXPECT_EQ(landing.column, 6);
     ASSERT_TRUE(leap(ground, running(0), landing));
     EXPECT_NEAR(highest() - 5, 12, 0.8f);
-    ASSERT_TRUE(leap(ground, {-320, 0, true, 0.35f, 0, 0, 0}, landing));
+    ASSERT_TRUE(leap(ground, straightUp, landing));
     EXPECT_EQ(landing.column, 1);
     EXPECT_FLOAT_EQ(path.back().x, -320);
 }
@@ -337,7 +399,7 @@ TEST_F(Flight, MeetsCeilingsWallsAndThorns) {
     EXPECT_FALSE(leap("map {\n 1 \"......^.\"\n 0 \"########\"\n}", running(0.35f), landing));
     EXPECT_FALSE(leap("map {\n 0 \"##\"\n}", running(0.35f), landing)); // nothing to land on
     // Through the hatch, and back onto it.
-    ASSERT_TRUE(leap("map {\n 3 \"~~~~~\"\n 0 \"#####\"\n}", {-320, 0, true, 0.35f, 0, 0, 0}, landing));
+    ASSERT_TRUE(leap("map {\n 3 \"~~~~~\"\n 0 \"#####\"\n}", straightUp, landing));
     EXPECT_EQ(landing.row, 4);
 }
 

@@ -160,7 +160,7 @@ class FieldReader {
     std::string text(const std::string& field) {
         if (field == "pos") return position();
         if (field == "rot") return rotation();
-        if (field == "mesh") return "mesh " + arguments.name("mesh");
+        if (field == "mesh") return "mesh " + (event.mesh = arguments.name("mesh"));
         if (field == "type") return actor();
         if (field == "box") return box();
         if (field == "track") return arguments.name("track");
@@ -209,9 +209,17 @@ class FieldReader {
         if (arguments.has("rot")) {
             const auto turns = arguments.tuples("rot", 4, 0);
             if (turns.size() != 1) arguments.fail("rot", "rot is [DEGREES,X,Y,Z]");
+            const float half = turns[0][0] * Zelkor::pi / 360;
+            Zelkor::Quat turn{std::cos(half), std::sin(half) * turns[0][1], std::sin(half) * turns[0][2],
+                              std::sin(half) * turns[0][3]};
+            quatNormalize(turn);
+            Zelkor::Vec3 forward;
+            quatAxisX(forward, turn);
+            event.direction = {forward.x, forward.y};
             return "rot" + words({turns[0][0], turns[0][1], turns[0][2], turns[0][3]});
         }
         const bool left = arguments.has("facing") && choice<2>(arguments, "facing", {"right", "left"}) == 1;
+        event.direction.x = left ? -1.0f : 1.0f;
         return left ? "rot 180 0 1 0" : "rot 0 0 1 0";
     }
 
@@ -219,6 +227,7 @@ class FieldReader {
         const std::string name = arguments.name("actor");
         const int type = actorType(name);
         if (type < 0) arguments.fail("actor", "unknown actor '" + name + "'");
+        event.actor = name;
         return "type " + std::to_string(type);
     }
 

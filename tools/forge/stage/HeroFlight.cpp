@@ -6,11 +6,49 @@
 namespace forge {
 namespace {
 
-constexpr float timeStep = 1.0f / 60;
+using hero::timeStep;
 constexpr int longestFlight = 360; // steps
 constexpr float skin = 0.05f;      // how far his box may touch without counting as inside
 
+constexpr float boardMargin = 1.5f; // of the feet that must be over a board for a landing
+constexpr float boardThickness = 10;
+constexpr float rungReach = 2.5f; // up and down, from a place on a ladder
+
 } // namespace
+
+HeroFlight::HeroFlight(const StageGrid& stageGrid, const std::vector<CameraArea>& cameraAreas,
+                       const std::vector<Ride>& stageRides)
+    : grid(stageGrid), areas(cameraAreas), rides(stageRides) {
+    for (std::size_t ride = 0; ride < rides.size(); ++ride) {
+        const bool rungs = rides[ride].hold == Ride::Hold::Rungs;
+        const float reach = rungs ? hero::ladderAside : rides[ride].half + hero::halfWidth;
+        for (std::size_t i = 0; i < rides[ride].places.size(); ++i) {
+            const Zelkor::Vec2& place = rides[ride].places[i];
+            for (int c = grid.columnOf(place.x - reach); c <= grid.columnOf(place.x + reach); ++c)
+                for (int r = grid.rowOf(place.y - 5); r <= grid.rowOf(place.y + 5); ++r)
+                    ridesByCell[{c, r}].emplace_back(static_cast<int>(ride), static_cast<int>(i));
+        }
+    }
+}
+
+void HeroFlight::ridesAt(const Zelkor::Vec2& before, const Zelkor::Vec2& now, bool handsFree,
+                         std::vector<std::pair<int, int>>& found) const {
+    found.clear();
+    const auto here = ridesByCell.find({grid.columnOf(now.x), grid.rowOf(now.y)});
+    if (here == ridesByCell.end()) return;
+    for (const auto& [number, index] : here->second) {
+        const Ride& ride = rides[static_cast<std::size_t>(number)];
+        const Zelkor::Vec2& place = ride.places[static_cast<std::size_t>(index)];
+        const float aside = std::fabs(now.x - place.x);
+        const bool rungs = ride.hold == Ride::Hold::Rungs;
+        const bool taken =
+            rungs ? handsFree && aside <= hero::ladderAside && std::fabs(now.y - place.y) <= rungReach
+                  : before.y >= place.y - skin && now.y <= place.y &&
+                        aside <= ride.half + hero::halfWidth - boardMargin &&
+                        (ride.boardAt < 0 || ride.boardAt == index);
+        if (taken) found.emplace_back(number, index);
+    }
+}
 
 bool HeroFlight::standable(int column, int row) const {
     const bool floor = grid.solid(column, row - 1) || grid.ladderTop(column, row - 1);
@@ -129,24 +167,44 @@ void HeroFlight::accelerate(const Leap& leap, float time, float& hold) {
     steer(time < leap.turnTime ? leap.firstDirection : leap.thenDirection);
 }
 
-bool HeroFlight::fly(const Standing& from, const Leap& leap, Standing& landing,
-                     std::vector<Zelkor::Vec2>* path) {
-    feet = {leap.startX, grid.rowY(from.row) - cellSize / 2};
-    velocity = {leap.startSpeed, leap.jumps ? hero::jumpSpeed : 0};
+// A board stops who rises into it from below; only from above does he get onto it.
+bool HeroFlight::passedThrough(const Zelkor::Vec2& board, float half) const {
+    return std::any_of(path_.begin(), path_.end(), [&](const Zelkor::Vec2& at) {
+        return std::fabs(at.x - board.x) < half + hero::halfWidth - skin && at.y < board.y - skin &&
+               at.y + hero::height > board.y - boardThickness + skin;
+    });
+}
+
+void HeroFlight::catchRides(const Zelkor::Vec2& before, int area, bool handsFree) {
+    ridesAt(before, feet, handsFree, met_);
+    for (const auto& [number, index] : met_) {
+        const Ride& ride = rides[static_cast<std::size_t>(number)];
+        const Zelkor::Vec2& place = ride.places[static_cast<std::size_t>(index)];
+        if (ride.hold == Ride::Hold::Board && passedThrough(place, ride.half)) continue;
+        catches_.push_back({number, index, area, path_.size()});
+    }
+}
+
+bool HeroFlight::fly(int area, const Leap& leap, Standing& landing) {
+    path_.clear();
+    catches_.clear();
+    feet = leap.start;
+    velocity = leap.speed;
     if (touch(feet) != Touch::None) return false;
-    int area = from.area;
     float hold = leap.hold;
     grounded = false;
     for (int step = 0; step < longestFlight; ++step) {
         const float time = static_cast<float>(step) * timeStep;
-        if (path) path->push_back(feet);
+        path_.push_back(feet);
         // The step that leaves the ground still moves by the take-off's own speed.
         if (step > 0) accelerate(leap, time, hold);
+        const Zelkor::Vec2 before = feet;
         if (!moveSideways(velocity.x * timeStep) || !moveUpDown(velocity.y * timeStep)) return false;
         if (!keepInArea(feet, velocity.x, area)) return false;
+        catchRides(before, area, time >= leap.handsFree);
         if (!grounded) continue;
         landing.area = area;
-        if (path) path->push_back(feet);
+        path_.push_back(feet);
         return settle(landing);
     }
     return false;

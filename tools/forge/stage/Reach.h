@@ -1,7 +1,9 @@
-// Whether a stage can be finished: a search over the places where the hero can stand, joined by walking and
-// by every jump he can make.
+// Whether a stage can be finished: a search over the places where the hero can stand or be carried, joined by
+// walking, climbing, riding and by every jump he can make.
 #pragma once
 
+#include "stage/HeroNumbers.h"
+#include "stage/Rides.h"
 #include "stage/Stage.h"
 #include "stage/StageGrid.h"
 
@@ -9,20 +11,11 @@
 
 namespace forge {
 
-// The hero's movement, in world units and seconds.
-namespace hero {
-inline constexpr float runSpeed = 45;
-inline constexpr float jumpSpeed = 85;
-inline constexpr float heldGravity = 60, gravity = 300;
-inline constexpr float holdTime = 0.35f;
-inline constexpr float fallSpeed = 130;
-inline constexpr float halfWidth = 4.5f, height = 18;
-inline constexpr float airGain = 150, airLoss = 50; // towards the stick, and against or without it
-} // namespace hero
-
 struct Standing {
-    int column = 0, row = 0; // the cell of the feet
-    int area = -1;           // index among the camera areas
+    int column = 0, row = 0;  // the cell of the feet
+    int area = -1;            // index among the camera areas
+    int ride = -1, place = 0; // not on the ground: what carries him, and where
+    Zelkor::Vec2 feet;
 };
 
 struct ReachResult {
@@ -31,9 +24,10 @@ struct ReachResult {
     std::vector<std::vector<Zelkor::Vec2>>
         jumps; // one path of the feet for each place first reached through the air
     int farthestColumn = 0;
+    std::vector<Ride> rides; // that the stage has
 };
 
-// The stage must have passed checkStage. Ladders are not climbed and moving platforms not used.
+// The stage must have passed checkStage. Doors count as open, and every ride is waited for.
 ReachResult searchReach(const Stage& stage, const StageGrid& grid);
 
 } // namespace forge

@@ -37,15 +37,17 @@ struct StageEvent {
     std::vector<std::pair<int, float>> params;
     std::optional<Zelkor::Vec3> at; // where it spawns something
     std::optional<std::pair<Zelkor::Vec2, Zelkor::Vec2>> box;
-    int number = -1; // the direction of a camera edge, the menu of an OpenMenu
+    std::string actor, mesh;      // of what it spawns
+    Zelkor::Vec2 direction{1, 0}; // the way that faces
+    int number = -1;              // the direction of a camera edge, the menu of an OpenMenu
     bool instant = false;
     Place place;
 };
 
 struct Stage {
     int number = 0;
-    std::string fileName; // of its files, when it has no number
-    bool unwalked = false; // takes more than walking and jumping to get through
+    std::string fileName;           // of its files, when it has no number
+    bool unwalked = false;          // takes more to get through than the search knows
     Zelkor::Vec2 origin;            // world position of the centre of column 0, row 0
     std::vector<StageTile> tiles;   // the play plane, bottom row first
     std::vector<StageTile> scenery; // every other depth

@@ -33,7 +33,7 @@ void compileStage(const StageJob& job) {
         "%s: %d x %d cells, %zu tiles, %zu pieces of scenery, %zu events; end %s, %zu places to stand\n",
         stageFileName(stage).c_str(), grid.width(), grid.height(), stage.tiles.size(), stage.scenery.size(),
         stage.events.size(),
-        reach.endReached ? "reached" : "out of a walker's reach", reach.standings.size());
+        reach.endReached ? "reached" : "not reached", reach.standings.size());
 }
 
 } // namespace forge

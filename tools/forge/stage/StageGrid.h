@@ -25,7 +25,9 @@ class StageGrid {
     bool solid(int column, int row) const { return (type(column, row) & tile_type::solid) != 0; }
     bool deadly(int column, int row) const;
     // Ground from above that can be jumped through from below.
-    bool ladderTop(int column, int row) const { return type(column, row) == tile_type::ladderTop; }
+    bool ladderTop(int column, int row) const {
+        return (type(column, row) & ~tile_type::bridge) == tile_type::ladderTop;
+    }
 
     // The cell of a world point.
     int columnOf(float x) const;

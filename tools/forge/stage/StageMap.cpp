@@ -12,8 +12,8 @@ constexpr Colour paper{0.96f, 0.94f, 0.89f}, gridLine{0.89f, 0.87f, 0.82f}, rule
 constexpr Colour solidTile{0.69f, 0.58f, 0.42f}, ladder{0.47f, 0.63f, 0.43f}, ladderTop{0.27f, 0.51f, 0.24f},
     deadlyTile{0.78f, 0.20f, 0.16f};
 constexpr Colour scenery{0.84f, 0.78f, 0.67f}, standing{0.35f, 0.67f, 0.35f}, leap{0.43f, 0.55f, 0.78f};
-constexpr Colour areaBorder{0.12f, 0.35f, 0.67f}, exitZone{0.90f, 0.55f, 0.12f}, actor{0.59f, 0.16f, 0.55f},
-    heroMark{0.00f, 0.00f, 0.00f}, zone{0.24f, 0.67f, 0.67f};
+constexpr Colour areaBorder{0.12f, 0.35f, 0.67f}, exitZone{0.90f, 0.55f, 0.12f}, ride{0.72f, 0.45f, 0.80f},
+    actor{0.59f, 0.16f, 0.55f}, heroMark{0.00f, 0.00f, 0.00f}, zone{0.24f, 0.67f, 0.67f};
 
 class MapPainter {
   public:
@@ -61,6 +61,8 @@ class MapPainter {
         const int x = pixelX(at.x), y = pixelY(at.y);
         box(x - radius, y - radius, x + radius, y + radius, colour);
     }
+
+    void title(const std::string& text) { picture.label(2, picture.height - 14, text); }
 
     // Cells of the play plane are named by their column and row every ten.
     void names() {
@@ -118,6 +120,15 @@ void paintEvents(MapPainter& painter, const Stage& stage) {
     }
 }
 
+void paintRides(MapPainter& painter, const ReachResult& reach) {
+    for (const Ride& each : reach.rides)
+        for (const Zelkor::Vec2& place : each.places)
+            if (each.hold == Ride::Hold::Rungs)
+                painter.dot(place, 1, ride);
+            else
+                painter.fill({place.x - each.half, place.y - 1}, {place.x + each.half, place.y}, ride);
+}
+
 } // namespace
 
 Canvas drawStageMap(const Stage& stage, const StageGrid& grid, const ReachResult& reach) {
@@ -130,9 +141,13 @@ Canvas drawStageMap(const Stage& stage, const StageGrid& grid, const ReachResult
     for (const auto& path : reach.jumps)
         for (const Zelkor::Vec2& point : path)
             painter.dot(point, 0, leap);
+    paintRides(painter, reach);
     for (const Standing& place : reach.standings)
-        painter.dot({grid.columnX(place.column), grid.rowY(place.row) - 4}, 2, standing);
+        painter.dot({place.feet.x, place.feet.y + 1}, place.ride < 0 ? 2 : 1, standing);
     paintEvents(painter, stage);
+    painter.title(reach.endReached
+                      ? "END REACHED"
+                      : "END NOT REACHED, FARTHEST COLUMN " + std::to_string(reach.farthestColumn));
     return std::move(painter.picture);
 }
 

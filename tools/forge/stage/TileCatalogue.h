@@ -13,7 +13,8 @@ namespace tile_type {
 inline constexpr int solid = 1;
 inline constexpr int ladder = 2;
 inline constexpr int ladderTop = 4;
-inline constexpr int deadly = 8; // together with solid or ladderTop
+inline constexpr int deadly = 8;     // together with solid or ladderTop; alone: rails of trolleys
+inline constexpr int bridge = 0x100; // breaks
 } // namespace tile_type
 
 struct TileKind {
