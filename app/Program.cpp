@@ -283,8 +283,7 @@ int runProgram(platform::Platform& system, const Options& options) {
     auto overrides = std::make_unique<SettingOverrides>(*game->settings, options);
     if (options.stage) game->currentStage = *options.stage;
     game->stageFile = options.stageName;
-    game->preloadAssets();
-    game->startSession();
+    if (options.stage || !options.stageName.empty()) game->startWithoutMenus();
 
     const int exitCode = mainLoop(system, options, *game, recording);
 

@@ -6,6 +6,7 @@
 #include "core/DebugManager.h"
 #include "core/EngineManagers.h"
 #include "core/TimerManager.h"
+#include "frontend/MenuManager.h"
 #include "fx/ParticleManager.h"
 #include "game/Game.h"
 #include "game/GameCamera.h"
@@ -35,6 +36,14 @@ Json timers() {
         result[timer.name] = {{"total", static_cast<float>(timer.total)},
                               {"delta", timer.delta},
                               {"paused", timer.paused != 0}};
+    return result;
+}
+
+// The stack, bottom first.
+Json menuKinds(const MenuManager& manager) {
+    Json result = Json::array();
+    for (const auto& menu : manager.menus)
+        result.push_back(menu->kind);
     return result;
 }
 
@@ -110,7 +119,7 @@ void TraceWriter::write(int frame, const Game& game) {
                  {"time", session ? session->time : 0.0f},
                  {"stage", game.currentStage},
                  {"session", session != nullptr},
-                 {"menus", Json::array()},
+                 {"menus", menuKinds(*game.menuManager)},
                  {"music", Zelkor::engineManagers()->audioManager->musicName},
                  {"timers", timers()}};
     line["camera"] = session ? cameraState(*session->camera) : Json();

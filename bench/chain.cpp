@@ -58,8 +58,7 @@ int main(int argc, char** argv) {
     Game game;
     *game.settings = Settings();
     game.currentStage = 0;
-    game.preloadAssets();
-    game.startSession();
+    game.startWithoutMenus();
     TimerManager::instance().fixedFrameSeconds = 1.0f / 60;
     for (int i = 0; i < framesToSettle; ++i)
         game.runFrame();

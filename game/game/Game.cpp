@@ -7,6 +7,7 @@
 #include "core/Log.h"
 #include "core/Random.h"
 #include "core/TimerManager.h"
+#include "frontend/MenuManager.h"
 #include "fx/ParticleManager.h"
 #include "game/GameCamera.h"
 #include "game/Session.h"
@@ -74,15 +75,20 @@ Game::Game(std::optional<std::filesystem::path> settingsFolder)
     timers.addTimer("player");
     currentGame = this;
     playerDisplay = std::make_unique<GuiScreenWorkspace>(true);
+    menuManager = std::make_unique<MenuManager>(*playerDisplay);
     thingyManager = std::make_unique<ThingyManager>();
     engineManagers()->audioManager->setMusicGain(musicGain);
     settings->load();
     currentStage = std::clamp(settings->unlockedStage, 0, stageCount - 1);
+    menuManager->openMenu(MenuKind::startLoad);
 }
 
 Game::~Game() {
     settings->save(); // before anything it asks is gone
+    settings.reset();
+    menuManager->closeMenus(nullptr, true);
     session.reset();
+    menuManager.reset(); // after the session, whose hero asks it
     thingyManager.reset();
     if (currentGame == this) currentGame = nullptr;
 }
@@ -107,7 +113,7 @@ EventList* Game::eventList() const {
     return session ? session->eventList.get() : nullptr;
 }
 
-void Game::preloadAssets() {
+void Game::loadSharedAssets() {
     EngineManagers& engine = *engineManagers();
     for (const char* material : sharedMaterials)
         engine.materialManager->loadMaterialFile(material);
@@ -125,6 +131,18 @@ void Game::preloadAssets() {
     for (const char* sound : sharedSounds)
         engine.audioManager->soundIndex(sound);
     logLine("load Sounds done");
+}
+
+void Game::preloadAssets() {
+    loadSharedAssets();
+    startSession();
+    menuManager->openMenu(MenuKind::title);
+}
+
+void Game::startWithoutMenus() {
+    menuManager->closeMenus(nullptr, true);
+    loadSharedAssets();
+    startSession();
 }
 
 void Game::startSession() {
@@ -166,10 +184,15 @@ void Game::runSubsteps() {
     }
 }
 
-// The pause check and the menus come before the session, once there are menus.
 void Game::gameStep() {
-    const GameTimer* timer = TimerManager::instance().findTimer("game");
-    if (session) session->update(timer->delta);
+    TimerManager& timers = TimerManager::instance();
+    const GameTimer& main = *timers.findTimer("main");
+    const PlayerInput& input = engineManagers()->controllerManager->firstPlayer();
+    const bool wantsPause = input.pressed(PlayerInput::startMask) || input.pressed(PlayerInput::backMask);
+    if (wantsPause && menuManager->empty() && timers.findTimer("game")->paused == 0)
+        menuManager->openMenu(MenuKind::pause);
+    const bool held = menuManager->updateMenus(main.total, main.delta);
+    if (!held && session) session->update(timers.findTimer("game")->delta); // which a menu may just have paused
 }
 
 void Game::render() {

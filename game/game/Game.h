@@ -13,6 +13,7 @@ class GuiScreenWorkspace;
 }
 class EventList;
 class GameCamera;
+class MenuManager;
 class Session;
 class Settings;
 class ThingyManager;
@@ -23,7 +24,7 @@ class Game {
     static constexpr int stageCount = 20;
 
     // Registers itself as the game that get() answers, and the timers "game", "paused", "boss" and "player".
-    // The managers must exist. settingsFolder: where options and progress are loaded from, and saved to when the
+    // The loading screen is open. The managers must exist. settingsFolder: where options and progress are loaded from, and saved to when the
     // game ends; none keeps them in memory.
     explicit Game(std::optional<std::filesystem::path> settingsFolder = {});
     ~Game();
@@ -37,7 +38,11 @@ class Game {
     // One pass of the main loop: substeps, drawing, input's end of frame.
     void runFrame();
     // What every stage needs, so that nothing is read from disk while it plays. Missing files are left out.
+    void loadSharedAssets();
+    // That, the session of currentStage, and the title over it.
     void preloadAssets();
+    // Straight into play, with no menu open.
+    void startWithoutMenus();
     // Replaces the session by one for currentStage.
     void startSession();
 
@@ -46,14 +51,16 @@ class Game {
     GameCamera* camera() const;
     EventList* eventList() const;
 
+    // What the player has to see of his hero, such as the health bar.
+    std::unique_ptr<Zelkor::GuiScreenWorkspace> playerDisplay;
+    std::unique_ptr<MenuManager> menuManager;
     std::unique_ptr<ThingyManager> thingyManager;
     std::unique_ptr<Settings> settings;
     std::unique_ptr<Session> session;
     bool quitRequested = false;
+    std::string musicName; // to go on with when the running stage is chosen again; set by the title
     int currentStage = 0;
     std::string stageFile; // played in place of currentStage while it is not empty
-    // What the player has to see of his hero, such as the health bar.
-    std::unique_ptr<Zelkor::GuiScreenWorkspace> playerDisplay;
     PostChain postChain;
 
   private:

@@ -5,7 +5,10 @@
 #include "audio/AudioManager.h"
 #include "core/EngineManagers.h"
 #include "core/TimerManager.h"
+#include "frontend/MenuManager.h"
+#include "game/Game.h"
 #include "input/ControllerManager.h"
+#include "render/MaterialManager.h"
 #include "render/Renderer.h"
 #include "world/events/AreaEvents.h"
 
@@ -22,6 +25,7 @@ constexpr float fadeRate = 3;    // per second, by the debug keys
 constexpr float followRate = 10; // share of the way to the hero, per second
 constexpr float maxShake = 100;
 constexpr float releaseAtOnce = -1000; // lock rate
+constexpr float leastMenuWeight = 0.001f;
 
 // Pans: speeds in units per second, accelerations in units per second squared.
 constexpr float zoomSpeed = 80, zoomAcceleration = 180;
@@ -79,7 +83,7 @@ void GameCamera::update() {
     if (followEnabled) follow(dt);
     applyLock(dt);
     applyShake(dt);
-    // The open menus' own camera poses and colour come with the menus.
+    applyMenus();
 }
 
 void GameCamera::updateFade(float dt) {
@@ -128,6 +132,18 @@ void GameCamera::applyShake(float dt) {
     view.position += shakeAmplitude * Vec3{static_cast<float>(std::sin(300 * t)),
                                            static_cast<float>(std::sin(310 * t + 100)),
                                            0.3f * static_cast<float>(std::sin(400 * t + 30.1))};
+}
+
+void GameCamera::applyMenus() {
+    view.orientation = {};
+    const Game* game = Game::current();
+    if (!game || !game->menuManager || game->menuManager->empty()) return;
+    const MenuCameraPose pose = game->menuManager->cameraPose();
+    if (pose.weight > leastMenuWeight) {
+        view.position = (1 - pose.weight) * view.position + pose.weight * pose.position;
+        quatSlerp(view.orientation, view.orientation, pose.orientation, pose.weight, true);
+    }
+    if (colourMaterial) MaterialManager::setShaderParam4(*colourMaterial, "MultColor", 1, 1, 1, 0);
 }
 
 void GameCamera::setLock(const Vec3& point, float rate) {

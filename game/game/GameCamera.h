@@ -8,6 +8,10 @@
 
 #include <vector>
 
+namespace Zelkor {
+struct Material;
+}
+
 class CameraBoundsEvent;
 class CameraEdgeEvent;
 class Thingy;
@@ -43,10 +47,11 @@ class GameCamera {
     bool panActive = false;
     float fade = 0; // 0 clear, 1 faded out
     Zelkor::Camera view;
+    Zelkor::Material* colourMaterial = nullptr; // may colour the whole view; none is needed
     // Drawn over the stage, under the menus, where the picture goes straight to the window.
     Zelkor::GuiScreenWorkspace overlay{false};
     Zelkor::Vec3 areaMin, areaMax;
-    Zelkor::Vec3 position; // followed, before lock and shake
+    Zelkor::Vec3 position; // followed, before lock, shake and menus
     Thingy* target = nullptr;
     Zelkor::Vec2 targetOffset; // the followed actor's look-ahead, written by it each update
     bool snap = false;
@@ -61,6 +66,7 @@ class GameCamera {
     void updateFade(float dt);
     void applyLock(float dt);
     void applyShake(float dt);
+    void applyMenus();
     Zelkor::Vec3 desiredPosition() const;
     Zelkor::Vec3 clampToArea(Zelkor::Vec3 desired) const;
     // True on arrival.

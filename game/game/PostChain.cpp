@@ -3,6 +3,8 @@
 #include "audio/AudioManager.h"
 #include "core/DebugManager.h"
 #include "core/EngineManagers.h"
+#include "frontend/MenuManager.h"
+#include "game/Game.h"
 #include "game/GameCamera.h"
 #include "game/Settings.h"
 #include "render/GpuPasses.h"
@@ -130,6 +132,14 @@ void PostChain::drawPass(const char* name, Material* material, const Used& used)
     renderer().renderPostEffect({material, 0, 0, used.u, used.v});
 }
 
+// What the open menus have in three dimensions, drawn by the same hand as the scene.
+void PostChain::drawMenus(const Used& used) {
+    const Game* game = Game::current();
+    if (!game || !game->menuManager) return;
+    const GpuPass pass("menus");
+    game->menuManager->drawMenus(renderer().aspect, {0, 0, used.u, used.v});
+}
+
 void PostChain::erase(float fade, const Used& used) {
     if (!(fade > 0)) return;
     setParameter(eraser_, "erase", fade);
@@ -140,7 +150,7 @@ void PostChain::drawDirect(GameCamera& camera, const Area& area) {
     renderer().bindRenderTarget(0, true);
     drawScene(camera, area, {});
     engineManagers()->debugManager->renderDebug();
-    // The 3D objects of the open menus come here, over the whole window, once there are menus.
+    drawMenus({});
     noPost_->blendMode = BlendMode::brighten;
     setParameter(noPost_, "fade", camera.fade);
     drawPass("nopost", noPost_, {});
@@ -156,7 +166,7 @@ void PostChain::drawProcessed(GameCamera& camera, const Area& area, int superSam
         fitFramebuffer(renderSize({renderer().windowWidth, renderer().windowHeight}, superSample));
     renderer().bindRenderTarget(framebuffer_, true);
     drawScene(camera, area, used);
-    // The 3D objects of the open menus come here, over the used part, once there are menus.
+    drawMenus(used);
     erase(camera.fade, used);
     setViewport(area, used.u, used.v);
     renderer().beginScene(camera.view);

@@ -43,6 +43,7 @@ class PostChain {
     bool canProcess() const;
     Used fitFramebuffer(const Size& wanted);
     void drawScene(GameCamera& camera, const Area& area, const Used& used);
+    void drawMenus(const Used& used);
     void drawPass(const char* name, Zelkor::Material* material, const Used& used);
     void erase(float fade, const Used& used);
     void drawDirect(GameCamera& camera, const Area& area);

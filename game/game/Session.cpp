@@ -3,8 +3,11 @@
 #include "actors/ThingyManager.h"
 #include "core/EngineManagers.h"
 #include "core/Log.h"
+#include "frontend/MenuManager.h"
 #include "fx/ParticleManager.h"
+#include "game/Game.h"
 #include "game/GameCamera.h"
+#include "render/MaterialManager.h"
 #include "render/Renderer.h"
 #include "world/EventList.h"
 #include "world/TileGrid.h"
@@ -23,6 +26,12 @@ constexpr Vec3 sunPosition{-9600, 12000, 12800};
 // None in a session that only steps.
 ParticleManager* effects() {
     return engineManagers() ? engineManagers()->particleManager.get() : nullptr;
+}
+
+// Also one behind which the stage goes on.
+bool menuOpen() {
+    const Game* game = Game::current();
+    return game && game->menuManager && !game->menuManager->empty();
 }
 
 } // namespace
@@ -77,6 +86,7 @@ void Session::setUpView() {
     Renderer& renderer = *engineManagers()->renderer;
     if (renderer.aspect > 0) camera->view.aspect = renderer.aspect;
     camera->followEnabled = true;
+    camera->colourMaterial = engineManagers()->materialManager->findMaterial("post");
     camera->snap = true; // the first picture already has the hero in it
     Light sun;
     sun.type = Light::point;
@@ -88,7 +98,7 @@ void Session::setUpView() {
 }
 
 void Session::update(float dt) {
-    time += dt;
+    if (!menuOpen()) time += dt;
     thingyManager.update();
     camera->update();          // after the hero it follows
     eventList->updateEvents(); // spawns by what the camera now shows

@@ -38,7 +38,7 @@ class Session {
     std::unique_ptr<GameCamera> camera;
     std::unique_ptr<EventList> eventList;
     float gravityFactor = 1;
-    float time = 0; // seconds played
+    float time = 0; // seconds played with no menu open
     int stage = 0;
     bool restartRequested = false; // at the end of the next update
 

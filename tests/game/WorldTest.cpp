@@ -1,5 +1,6 @@
 #include "game/WorldTest.h"
 
+#include "frontend/MenuManager.h"
 #include "io/DataFiles.h"
 
 #include <cstring>
@@ -33,6 +34,7 @@ WorldTest::WorldTest() {
     managers = std::make_unique<EngineManagers>();
     renderer().aspect = 16.0f / 9.0f;
     game = std::make_unique<Game>();
+    game->menuManager->closeMenus(nullptr, true); // the loading screen
 }
 
 WorldTest::~WorldTest() {

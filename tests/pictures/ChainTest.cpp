@@ -47,8 +47,7 @@ class ChainTest : public ::testing::Test {
         game = std::make_unique<Game>();
         game->settings->setOption(Settings::optionPostProcessing, static_cast<float>(post));
         game->settings->superSample = 0;
-        game->preloadAssets();
-        game->startSession();
+        game->startWithoutMenus();
         TimerManager::instance().fixedFrameSeconds = 0.1f;
         for (int i = 0; i < 12; ++i)
             game->runFrame();

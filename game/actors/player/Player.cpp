@@ -22,6 +22,7 @@ PlayerSurroundings PlayerSurroundings::ofGame() {
     PlayerSurroundings world;
     world.device = &Zelkor::engineManagers()->controllerManager->firstPlayer();
     if (const Game* game = Game::current()) {
+        world.menus = game->menuManager.get();
         world.grid = game->tileGrid();
         world.camera = game->camera();
         world.actors = game->thingyManager.get();
@@ -32,8 +33,8 @@ PlayerSurroundings PlayerSurroundings::ofGame() {
 }
 
 Player::Player(Zelkor::Unit& ownUnit, const PlayerSurroundings& surroundings)
-    : Thingy(ownUnit, GROUP_PLAYER), aimAngle(Zelkor::pi / 2), yaw(aimAngle), input(*surroundings.device),
-      world_(surroundings) {
+    : Thingy(ownUnit, GROUP_PLAYER), aimAngle(Zelkor::pi / 2), yaw(aimAngle),
+      input(*surroundings.device, surroundings.menus), world_(surroundings) {
     health = maxHealth = heroConstants.maxHealth;
     bodyCentre = ownUnit.position + Vec3{0, heroConstants.feetBelowCentre, 0};
     lastPosition = ownUnit.position;

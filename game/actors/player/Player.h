@@ -14,6 +14,7 @@ class GuiPanel;
 }
 class GameCamera;
 class HealthBar;
+class MenuManager;
 class Session;
 class ThingyManager;
 class TileGrid;
@@ -30,6 +31,7 @@ struct PlayerSurroundings {
     ThingyManager* actors = nullptr;
     Session* session = nullptr;
     Zelkor::GuiPanel* display = nullptr;
+    const MenuManager* menus = nullptr;
 };
 
 class Player : public Thingy {

@@ -6,10 +6,13 @@
 
 #include <cstdint>
 
+class MenuManager;
+
 class PlayerInputSnapshot {
   public:
-    // The device must outlive the snapshot.
-    explicit PlayerInputSnapshot(const Zelkor::PlayerInput& device) : device_(&device) {}
+    // Both must outlive the snapshot. While the title is open the device is not heard.
+    explicit PlayerInputSnapshot(const Zelkor::PlayerInput& device, const MenuManager* menus = nullptr)
+        : device_(&device), menus_(menus) {}
 
     bool down(std::uint32_t mask) const;
     // Down in this substep and not in the one before.
@@ -32,5 +35,8 @@ class PlayerInputSnapshot {
     static constexpr std::uint32_t accept = Zelkor::PlayerInput::acceptMask;
 
   private:
+    const Zelkor::PlayerInput& device() const;
+
     const Zelkor::PlayerInput* device_;
+    const MenuManager* menus_;
 };

@@ -4,6 +4,8 @@
 #include "actors/rides/RailThingy.h"
 #include "audio/AudioManager.h"
 #include "core/EngineManagers.h"
+#include "frontend/MenuManager.h"
+#include "game/Game.h"
 #include "game/Session.h"
 #include "io/TokenReader.h"
 #include "world/events/EventFields.h"
@@ -46,6 +48,10 @@ void OptionEvent::activate() {
 OpenMenuEvent::OpenMenuEvent(EventList& owner, TokenReader& reader) : Event(owner) {
     position = EventFields::position(reader);
     menu = EventFields::integer(reader);
+}
+
+void OpenMenuEvent::activate() {
+    Game::get().menuManager->openMenu(menu);
 }
 
 MusicEvent::MusicEvent(EventList& owner, TokenReader& reader) : Event(owner) {

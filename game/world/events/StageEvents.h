@@ -28,11 +28,12 @@ class OptionEvent : public Event {
     float value = 0;
 };
 
-// Read and kept only: the menus that it opens come with that part of the game.
+// Opens a menu by its kind.
 class OpenMenuEvent : public Event {
   public:
     static constexpr const char* name = "OpenMenu";
     OpenMenuEvent(EventList& owner, Zelkor::TokenReader& reader);
+    void activate() override;
     const char* keyword() const override { return name; }
 
     int menu = 0;
