@@ -35,7 +35,7 @@ bool Studio::open(const std::string& dataFolder, int width, int height) {
         return false;
     }
     renderer().clearColour = paper;
-    for (const char* file : {"robot", "ts1", "train", "props", "bandits", "tiles1", "tiles6"})
+    for (const char* file : {"robot", "ts1", "train", "props", "bandits", "tiles1", "tiles6", "cave"})
         managers_->materialManager->loadMaterialFile(file);
 
     Light sun;
