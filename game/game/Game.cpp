@@ -48,19 +48,21 @@ float randomStroke() {
 
 // Without any of them, the picture is drawn without its chain of passes.
 constexpr const char* chainShaders[] = {"post", "blur1", "blur2"};
-constexpr const char* sharedMaterials[] = {"robot", "ts1", "train", "props", "bandits", "tiles1", "tiles6", "cave"};
+constexpr const char* sharedMaterials[] = {"robot",   "ts1",    "train",  "props",
+                                           "bandits", "tiles1", "tiles6", "cave"};
 constexpr const char* sharedMeshes[] = {
     "bullet", "bomb1",  "bombfish", "pickups/cake1", "pickups/cake2", "tiles/tiles6/bridge_plank",
     "blood1", "blood2", "blood3",   "tiles/box",     "dynamite"};
 constexpr const char* sharedSprites[] = {"bullet", "sprites/homingbullet", "fireball"};
 constexpr const char* sharedEffects[] = {
-    "turret_flash", "bullet_hit",     "bomb1_explosion", "animal_death",      "bandit_death",  "boss1_shells",
-    "main_gun_flash", "medusa_smoke", "robot1_wheel_dust", "rocket", "trainbombflame"};
+    "turret_flash",   "bullet_hit",   "bomb1_explosion",   "animal_death", "bandit_death",  "boss1_shells",
+    "main_gun_flash", "medusa_smoke", "robot1_wheel_dust", "rocket",       "trainbombflame"};
 constexpr const char* sharedSounds[] = {
-    "boss1firedown", "boss1fireup",   "boss1land",   "boss2fire",  "boss2punch", "boss2punchload", "boss3grapple",
-    "boss3linkclaw", "boss3rope",     "boss3punch",  "bullethit",  "cartjump",   "cartland",       "dropballoon",
-    "duck",          "elecbeam",      "explosion1",  "firebomb",   "fullballoon", "hit",           "horse",
-    "land1",         "laser",         "pickup",      "playerdie",  "playerhurt", "shot1"};
+    "boss1firedown", "boss1fireup",   "boss1land", "boss2fire",  "boss2punch", "boss2punchload",
+    "boss3grapple",  "boss3linkclaw", "boss3rope", "boss3punch", "bullethit",  "cartjump",
+    "cartland",      "dropballoon",   "duck",      "elecbeam",   "explosion1", "firebomb",
+    "fullballoon",   "hit",           "horse",     "land1",      "laser",      "pickup",
+    "playerdie",     "playerhurt",    "shot1"};
 
 } // namespace
 

@@ -68,9 +68,9 @@ void Studio::draw() {
 
 void Studio::redraw(int which) {
     const float offset = static_cast<float>(which % 4) * 0.25f;
-    for (const char* name : {"sketchshader", "sketchstatic", "sketchshaderflat", "sketchshaderbg",
-                             "sketchshaderflatbg", "ladder", "sketchcolor", "sketchparticle",
-                             "sketchrail", "sketchrailline", "blood", "wind"})
+    for (const char* name :
+         {"sketchshader", "sketchstatic", "sketchshaderflat", "sketchshaderbg", "sketchshaderflatbg",
+          "ladder", "sketchcolor", "sketchparticle", "sketchrail", "sketchrailline", "blood", "wind"})
         managers_->materialManager->setSketchOffset(renderer().loadShader(name), offset, offset, 0, 0);
 }
 
