@@ -1,7 +1,9 @@
 #include "Program.h"
 
+#include "FullscreenKeys.h"
 #include "InputScript.h"
 #include "Platform.h"
+#include "PlayersPictures.h"
 #include "Trace.h"
 
 #include "audio/AudioManager.h"
@@ -202,18 +204,25 @@ int mainLoop(platform::Platform& system, const Options& options, Game& game, Rec
     int exitCode = 0;
     bool quit = options.frames == 0;
     bool askedAboutShaders = false;
+    FullscreenKeys fullscreenKeys;
     for (int frame = 0; !quit;) {
         platform::Message message;
         while (system.pollMessage(message)) {
             if (message.kind == platform::MessageKind::quit) return message.code;
-            renderer.handleMessage(message);
+            if (message.kind == platform::MessageKind::toggleFullscreen)
+                fullscreenKeys.toggle(renderer, *game.settings, controllers);
+            else
+                renderer.handleMessage(message);
         }
         managers.audioManager->setAudible(renderer.hasFocus() || !renderer.fullscreen);
         if (renderer.active) {
             recording.beforeFrame(frame, controllers, renderer);
+            const bool wantsPicture = controllers.isPressed(pictureKey);
+            if (wantsPicture) renderer.captureFrame = true;
             if (options.fade && game.camera()) game.camera()->fade = *options.fade;
             game.runFrame();
             if (!recording.afterFrame(frame, game, renderer)) exitCode = 1;
+            if (wantsPicture) savePlayersPicture(renderer.capturedFrame, system.picturesFolder());
             ++frame;
             quit = game.quitRequested || (options.frames && frame >= *options.frames);
         }

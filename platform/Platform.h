@@ -24,6 +24,7 @@ enum class MessageKind {
     mouseButton, // code: 0 left, 1 right, 2 middle; down: pressed or released
     wheel,       // delta: below 0 when turned towards the player
     resize,      // width, height: the new client size; also after a resize the program asked for
+    toggleFullscreen, // the system's keys for it were pressed; they are no key messages
 };
 
 struct Message {
@@ -246,6 +247,8 @@ class Platform {
 
     // Where the player's own files belong. It need not exist yet. None when the system has no such place.
     virtual std::optional<std::filesystem::path> documentsFolder() = 0;
+    // Where pictures of the player's belong. As above.
+    virtual std::optional<std::filesystem::path> picturesFolder() = 0;
 
     // Wall time since the process started.
     virtual std::int64_t milliseconds() = 0;

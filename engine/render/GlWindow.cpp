@@ -222,6 +222,7 @@ bool GlRenderer::handleMessage(const platform::Message& message) {
     case MessageKind::wheel:
         return engineManagers()->controllerManager->handleMessage(message);
     case MessageKind::quit:
+    case MessageKind::toggleFullscreen: // the program's, which knows the settings
         return false;
     }
     return false;

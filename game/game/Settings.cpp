@@ -50,7 +50,7 @@ void Settings::load() {
     setDefaults();
     loadFile();
     listDisplayModes();
-    fullScreen = engineManagers()->renderer->fullscreen ? 1 : 0;
+    followDisplay();
 }
 
 void Settings::setDefaults() {
@@ -93,7 +93,6 @@ void Settings::loadFile() {
 }
 
 void Settings::listDisplayModes() {
-    const Renderer& renderer = *engineManagers()->renderer;
     for (const platform::DisplayMode& mode : platform::current()->displayModes()) {
         const bool known = std::any_of(displayModes.begin(), displayModes.end(), [&mode](const auto& other) {
             return other.width == mode.width && other.height == mode.height;
@@ -105,12 +104,18 @@ void Settings::listDisplayModes() {
         std::iter_swap(at, std::min_element(at, displayModes.end(), [](const auto& a, const auto& b) {
                            return diagonal(a) < diagonal(b);
                        }));
-    for (std::size_t index = 0; index < displayModes.size(); ++index) {
-        DisplayMode& mode = displayModes[index];
+    for (DisplayMode& mode : displayModes)
         mode.label = std::to_string(mode.width) + "x" + std::to_string(mode.height);
+}
+
+void Settings::followDisplay() {
+    const Renderer& renderer = *engineManagers()->renderer;
+    for (std::size_t index = 0; index < displayModes.size(); ++index) {
+        const DisplayMode& mode = displayModes[index];
         if (mode.width == renderer.windowWidth && mode.height == renderer.windowHeight)
             resolutionIndex = static_cast<int>(index);
     }
+    fullScreen = renderer.fullscreen ? 1 : 0;
 }
 
 SettingsValues Settings::values() const {

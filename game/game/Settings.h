@@ -47,6 +47,8 @@ class Settings {
     void stageCleared(int stage);
     // Switches to displayModes[resolutionIndex], the first where there is none, as fullScreen says.
     void applyDisplayMode();
+    // fullScreen and resolutionIndex become the renderer's; a size that is in no mode leaves the index.
+    void followDisplay();
 
     std::vector<DisplayMode> displayModes; // distinct, sorted by width + height
     int levelsUnlocked = 0;

@@ -34,7 +34,7 @@ class FakePlatform final : public Platform {
     std::optional<DisplayMode> desktopMode;
     bool modeSwitchesFail = false; // otherwise they fail for what modes does not list
     std::deque<bool> answers;      // to the next questions; Yes when it is empty
-    std::optional<std::filesystem::path> documents;
+    std::optional<std::filesystem::path> documents, pictures;
     std::int64_t clock = 0; // milliseconds
     std::int64_t ticks = 0;
     std::int64_t ticksPerSecond = 1'000'000;
@@ -73,6 +73,7 @@ class FakePlatform final : public Platform {
     void showMessage(const std::string& text, const std::string& caption, MessageIcon icon) override;
     bool askYesNo(const std::string& text, const std::string& caption, MessageIcon icon) override;
     std::optional<std::filesystem::path> documentsFolder() override { return documents; }
+    std::optional<std::filesystem::path> picturesFolder() override { return pictures; }
     std::int64_t milliseconds() override { return clock; }
     std::int64_t counter() override { return ticks += ticksPerRead; }
     std::int64_t counterFrequency() override { return ticksPerSecond; }

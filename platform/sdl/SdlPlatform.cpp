@@ -4,13 +4,13 @@
 #include "sdl/SdlControllers.h"
 #include "sdl/SdlKeys.h"
 #include "sdl/SdlWindow.h"
+#include "sdl/UserFolders.h"
 
 #include <SDL.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 
 namespace platform {
@@ -89,6 +89,10 @@ std::optional<Message> fromMouseButton(const SDL_MouseButtonEvent& event) {
     }
 }
 
+bool isFullscreenKey(const SDL_Keysym& key) {
+    return key.scancode == SDL_SCANCODE_RETURN && (key.mod & KMOD_ALT);
+}
+
 std::optional<Message> fromEvent(const SDL_Event& event) {
     switch (event.type) {
     // Also what a terminal's interrupt becomes; the close button of the last window ends up here too.
@@ -98,6 +102,10 @@ std::optional<Message> fromEvent(const SDL_Event& event) {
         return fromWindowEvent(event.window);
     case SDL_KEYDOWN:
     case SDL_KEYUP: {
+        if (event.type == SDL_KEYDOWN && isFullscreenKey(event.key.keysym)) {
+            if (event.key.repeat) return {};
+            return Message{.kind = MessageKind::toggleFullscreen};
+        }
         const int code = virtualKeyFromScancode(event.key.keysym.scancode);
         if (code == 0) return {};
         return Message{.kind = MessageKind::key, .down = event.type == SDL_KEYDOWN, .code = code};
@@ -284,11 +292,11 @@ bool SdlPlatform::askYesNo(const std::string& text, const std::string& caption, 
 }
 
 std::optional<std::filesystem::path> SdlPlatform::documentsFolder() {
-    const char* dataHome = std::getenv("XDG_DATA_HOME");
-    if (dataHome && std::filesystem::path(dataHome).is_absolute()) return dataHome;
-    const char* home = std::getenv("HOME");
-    if (home && *home) return std::filesystem::path(home) / ".local" / "share";
-    return {};
+    return dataHome();
+}
+
+std::optional<std::filesystem::path> SdlPlatform::picturesFolder() {
+    return picturesHome();
 }
 
 std::int64_t SdlPlatform::milliseconds() {

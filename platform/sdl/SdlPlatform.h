@@ -40,6 +40,7 @@ class SdlPlatform final : public Platform {
     void showMessage(const std::string& text, const std::string& caption, MessageIcon icon) override;
     bool askYesNo(const std::string& text, const std::string& caption, MessageIcon icon) override;
     std::optional<std::filesystem::path> documentsFolder() override;
+    std::optional<std::filesystem::path> picturesFolder() override;
     std::int64_t milliseconds() override;
     std::int64_t counter() override;
     std::int64_t counterFrequency() override;

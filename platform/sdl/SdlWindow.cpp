@@ -51,6 +51,9 @@ bool SdlWindow::applyMode(const SDL_DisplayMode* mode) {
     if (!window_ || !options_.fullscreen) return true;
     if (!mode) return SDL_SetWindowFullscreen(window_, 0) == 0;
     SDL_RestoreWindow(window_);
+    SDL_DisplayMode desktop;
+    if (SDL_GetDesktopDisplayMode(0, &desktop) == 0 && desktop.w == mode->w && desktop.h == mode->h)
+        return SDL_SetWindowFullscreen(window_, SDL_WINDOW_FULLSCREEN_DESKTOP) == 0; // the display's mode stays
     return SDL_SetWindowDisplayMode(window_, mode) == 0 &&
            SDL_SetWindowFullscreen(window_, SDL_WINDOW_FULLSCREEN) == 0;
 }
