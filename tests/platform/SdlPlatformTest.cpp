@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <thread>
 #include <vector>
 
@@ -122,6 +124,26 @@ TEST(SdlPlatform, DocumentsFolderFollowsTheEnvironment) {
     ::unsetenv("XDG_DATA_HOME");
     ::unsetenv("HOME");
     EXPECT_FALSE(sdl.documentsFolder());
+    EXPECT_FALSE(sdl.picturesFolder());
+}
+
+TEST(SdlPlatform, PicturesFolderIsTheOneTheDesktopNames) {
+    SdlPlatform sdl({.headless = true});
+    const std::filesystem::path home = testing::TempDir();
+    ::setenv("HOME", home.c_str(), 1);
+    ::setenv("XDG_CONFIG_HOME", home.c_str(), 1);
+    const std::pair<const char*, std::filesystem::path> cases[] = {
+        {"# none\nXDG_MUSIC_DIR=\"$HOME/Music\"\n", home / "Pictures"},
+        {"XDG_PICTURES_DIR=\"$HOME/Bilder\"\n", home / "Bilder"},
+        {"XDG_PICTURES_DIR=\"/srv/a \\\"b\\\"\"\n", "/srv/a \"b\""},
+        {"XDG_PICTURES_DIR=\"relative\"\nXDG_PICTURES_DIR=$HOME/x", home / "Pictures"},
+    };
+    for (const auto& [text, folder] : cases) {
+        std::ofstream(home / "user-dirs.dirs") << text;
+        EXPECT_EQ(sdl.picturesFolder(), folder) << text;
+    }
+    ::unsetenv("XDG_CONFIG_HOME");
+    ::unsetenv("HOME");
 }
 
 TEST(SdlPlatform, ClocksRunAtTheSamePace) {
