@@ -5,7 +5,7 @@ packages=(
   libsdl2-dev libglew-dev libglu1-mesa-dev libgl1-mesa-dri
   libcli11-dev nlohmann-json3-dev libstb-dev libmeshoptimizer-dev
   libgtest-dev libbenchmark-dev libpng-dev
-  libopenal-dev libvorbis-dev libfreetype-dev
+  libopenal-dev libvorbis-dev libfreetype-dev libgeos-dev
   fonts-klee fonts-cabinsketch
   csound sox abcmidi fluidsynth fluidr3mono-gm-soundfont vorbis-tools
 )

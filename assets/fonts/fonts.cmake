@@ -1,5 +1,4 @@
 # assets/fonts/*.font -> data/sample.fnt and a texture for each, from the outlines that Debian installs.
-set(RUSTPIKE_OUTLINES /usr/share/fonts/truetype CACHE PATH "Where the fonts that texts are drawn from lie")
 file(GLOB fonts CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/*.font)
 add_custom_command(
   OUTPUT ${dataFolder}/sample.fnt

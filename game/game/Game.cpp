@@ -49,7 +49,8 @@ float randomStroke() {
 // Without any of them, the picture is drawn without its chain of passes.
 constexpr const char* chainShaders[] = {"post", "blur1", "blur2"};
 constexpr const char* sharedMaterials[] = {"robot",   "ts1",    "train",  "props",
-                                           "bandits", "tiles1", "tiles6", "cave"};
+                                           "bandits", "tiles1", "tiles6", "cave",
+                                           "frontend"};
 constexpr const char* sharedMeshes[] = {
     "bullet", "bomb1",  "bombfish", "pickups/cake1", "pickups/cake2", "tiles/tiles6/bridge_plank",
     "blood1", "blood2", "blood3",   "tiles/box",     "dynamite"};

@@ -35,7 +35,7 @@ bool Studio::open(const std::string& dataFolder, int width, int height) {
         return false;
     }
     renderer().clearColour = paper;
-    for (const char* file : {"robot", "ts1", "train", "props", "bandits", "tiles1", "tiles6", "cave"})
+    for (const char* file : {"robot", "ts1", "train", "props", "bandits", "tiles1", "tiles6", "cave", "frontend"})
         managers_->materialManager->loadMaterialFile(file);
 
     Light sun;
@@ -70,7 +70,7 @@ void Studio::redraw(int which) {
     const float offset = static_cast<float>(which % 4) * 0.25f;
     for (const char* name :
          {"sketchshader", "sketchstatic", "sketchshaderflat", "sketchshaderbg", "sketchshaderflatbg",
-          "ladder", "sketchcolor", "sketchparticle", "sketchrail", "sketchrailline", "blood", "wind"})
+          "ladder", "sketchcolor", "sketchparticle", "sketchrail", "sketchrailline", "blood", "wind", "mapshader"})
         managers_->materialManager->setSketchOffset(renderer().loadShader(name), offset, offset, 0, 0);
 }
 

@@ -3,6 +3,7 @@
 #include "EffectShow.h"
 #include "Exhibit.h"
 #include "GuiSheet.h"
+#include "MenuView.h"
 #include "Orbit.h"
 #include "Sheet.h"
 #include "Studio.h"
@@ -22,7 +23,8 @@ struct Arguments {
     viewer::SheetOptions sheet;
     viewer::EffectOptions effects;
     std::string data, font, sprite;
-    bool headless = false;
+    bool headless = false, menu = false;
+    float erase = 0;
     int frames = -1;
 };
 
@@ -46,6 +48,9 @@ void describe(CLI::App& app, Arguments& arguments) {
     app.add_option("--scale", sheet.scale, "Scale of the unit")->check(CLI::Range(0.001, 1000.0));
     app.add_option("--yaw", sheet.yaw, "Degrees about the vertical axis; figures look right at 90")
         ->check(CLI::Range(-360.0, 360.0));
+    app.add_flag("--menu", arguments.menu, "With --sheet: units together as menus show them; UNIT@X,Y moves one");
+    app.add_option("--erase", arguments.erase, "With --menu: how much of a map is still to be drawn")
+        ->check(CLI::Range(0.0, 1.0));
     app.add_flag("--silhouette", sheet.silhouette, "Filled black shapes");
     app.add_option("--data", arguments.data, "The data folder")->type_name("DIR");
     app.add_flag("--headless", arguments.headless, "No window");
@@ -53,13 +58,15 @@ void describe(CLI::App& app, Arguments& arguments) {
 }
 
 bool ofInterface(const Arguments& arguments) {
-    return !arguments.font.empty() || !arguments.sprite.empty();
+    return arguments.menu || !arguments.font.empty() || !arguments.sprite.empty();
 }
 
 bool writeSheet(const Arguments& arguments, viewer::Studio& studio) {
     if (!arguments.font.empty()) return viewer::writeFontSheet(studio, arguments.font, arguments.sheet.file);
     if (!arguments.sprite.empty())
         return viewer::writeSpriteSheet(studio, arguments.sprite, arguments.sheet.file);
+    if (arguments.menu)
+        return viewer::writeMenuView(studio, {arguments.sheet.units, arguments.erase, arguments.sheet.file});
     return viewer::writeSheet(studio, arguments.sheet);
 }
 
@@ -94,7 +101,7 @@ int main(int argc, char** argv) {
     CLI11_PARSE(app, argc, argv);
     const bool sheet = !arguments.sheet.file.empty();
     if (ofInterface(arguments) && !sheet) {
-        std::fputs("rustpike-viewer: --font and --gui want --sheet FILE.png\n", stderr);
+        std::fputs("rustpike-viewer: --font, --gui and --menu want --sheet FILE.png\n", stderr);
         return 1;
     }
     if (!sheet && !arguments.headless && !platform::SdlPlatform::displayAvailable()) {

@@ -1,81 +1,51 @@
 #include "font/FontSheet.h"
 
+#include "font/FontFile.h"
 #include "mesh/Noise.h"
 
-#include <ft2build.h>
-#include FT_FREETYPE_H
 #include FT_OUTLINE_H
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <memory>
 #include <stdexcept>
 
 namespace forge {
 namespace {
 
-constexpr char firstLetter = '!', lastLetter = '~', space = '_';
+constexpr char firstLetter = '!', lastLetter = '~';
 // Empty texels around each rectangle: a text at half its size blends texels up to two apart.
 constexpr int padding = 2;
 
-// One open font file.
-class Outlines {
-  public:
-    explicit Outlines(const std::string& file) {
-        if (FT_Init_FreeType(&library)) throw std::runtime_error("the font library does not start");
-        if (FT_New_Face(library, file.c_str(), 0, &face)) {
-            FT_Done_FreeType(library);
-            throw std::runtime_error("cannot read the outlines of " + file);
-        }
+// The letter in texels, its strokes wider by weight to both sides alike.
+FT_GlyphSlot draw(FontFile& font, char letter, float weight) {
+    const FT_GlyphSlot glyph = font.load(letter, FT_LOAD_NO_HINTING);
+    const auto strength = static_cast<FT_Pos>(std::lround(weight * 64));
+    if (strength > 0) {
+        FT_Outline_Embolden(&glyph->outline, strength);
+        FT_Outline_Translate(&glyph->outline, -strength / 2, -strength / 2);
     }
-    ~Outlines() {
-        FT_Done_Face(face);
-        FT_Done_FreeType(library);
-    }
-    Outlines(const Outlines&) = delete;
+    if (FT_Render_Glyph(glyph, FT_RENDER_MODE_NORMAL))
+        throw std::runtime_error(std::string("cannot draw '") + letter + "'");
+    return glyph;
+}
 
-    FT_GlyphSlot load(char letter, FT_Int32 flags) {
-        const auto code = static_cast<FT_ULong>(letter == space ? ' ' : letter);
-        if (FT_Get_Char_Index(face, code) == 0 || FT_Load_Char(face, code, flags | FT_LOAD_NO_BITMAP))
-            throw std::runtime_error(std::string("the outlines lack '") + letter + "'");
-        return face->glyph;
+// So that from the highest to the lowest letter there are so many texels. Returns how far the highest one
+// rises over the base line, in texels.
+float fit(FontFile& font, float texels) {
+    FT_Pos top = 0, bottom = 0;
+    for (char letter = firstLetter; letter <= lastLetter; ++letter) {
+        if (letter == spaceLetter) continue;
+        const FT_Glyph_Metrics& metrics = font.load(letter, FT_LOAD_NO_SCALE)->metrics;
+        top = std::max(top, metrics.horiBearingY);
+        bottom = std::min(bottom, metrics.horiBearingY - metrics.height);
     }
-
-    // The letter in texels, its strokes wider by weight to both sides alike.
-    FT_GlyphSlot draw(char letter, float weight) {
-        const FT_GlyphSlot glyph = load(letter, FT_LOAD_NO_HINTING);
-        const auto strength = static_cast<FT_Pos>(std::lround(weight * 64));
-        if (strength > 0) {
-            FT_Outline_Embolden(&glyph->outline, strength);
-            FT_Outline_Translate(&glyph->outline, -strength / 2, -strength / 2);
-        }
-        if (FT_Render_Glyph(glyph, FT_RENDER_MODE_NORMAL))
-            throw std::runtime_error(std::string("cannot draw '") + letter + "'");
-        return glyph;
-    }
-
-    // So that from the highest to the lowest letter there are so many texels. Returns how far the highest one
-    // rises over the base line, in texels.
-    float fit(float texels) {
-        FT_Pos top = 0, bottom = 0;
-        for (char letter = firstLetter; letter <= lastLetter; ++letter) {
-            if (letter == space) continue;
-            const FT_Glyph_Metrics& metrics = load(letter, FT_LOAD_NO_SCALE)->metrics;
-            top = std::max(top, metrics.horiBearingY);
-            bottom = std::min(bottom, metrics.horiBearingY - metrics.height);
-        }
-        if (top <= bottom) throw std::runtime_error("the outlines are empty");
-        const float scale = texels / static_cast<float>(top - bottom);
-        const float em = scale * static_cast<float>(face->units_per_EM);
-        FT_Set_Char_Size(face, 0, static_cast<FT_F26Dot6>(std::lround(em * 64)), 72, 72);
-        return scale * static_cast<float>(top);
-    }
-
-  private:
-    FT_Library library = nullptr;
-    FT_Face face = nullptr;
-};
+    if (top <= bottom) throw std::runtime_error("the outlines are empty");
+    const float scale = texels / static_cast<float>(top - bottom);
+    const float em = scale * static_cast<float>(font.face()->units_per_EM);
+    FT_Set_Char_Size(font.face(), 0, static_cast<FT_F26Dot6>(std::lround(em * 64)), 72, 72);
+    return scale * static_cast<float>(top);
+}
 
 // Graphite catches on the tooth of the paper: fine specks, and larger ones where the hand was lighter.
 float inkAt(int x, int y, const FontSettings& settings) {
@@ -124,9 +94,9 @@ class Rows {
 } // namespace
 
 FontSheet drawFont(const FontSettings& settings) {
-    Outlines outlines(settings.file);
+    FontFile font(settings.file);
     const float margin = 0.5f * (settings.leading * settings.line + settings.weight);
-    const float rise = outlines.fit(settings.line - 2 * margin);
+    const float rise = fit(font, settings.line - 2 * margin);
     const int baseLine = static_cast<int>(std::lround(margin + rise));
 
     FontSheet sheet{settings, Image(settings.size, settings.size, 4), {}};
@@ -134,15 +104,15 @@ FontSheet drawFont(const FontSettings& settings) {
         sheet.image.pixels[i] = i % 4 == 3 ? 0 : 255;
     Rows rows(settings.size, settings.line);
     for (char letter = firstLetter; letter <= lastLetter; ++letter) {
-        const FT_GlyphSlot glyph = outlines.draw(letter, settings.weight);
+        const FT_GlyphSlot glyph = draw(font, letter, settings.weight);
         const float advance = static_cast<float>(glyph->linearHoriAdvance) / 65536;
         // What hangs over the advance widens the rectangle: outside of it nothing is drawn.
-        const int before = letter == space ? 0 : std::max(-glyph->bitmap_left, 0);
-        const int reach = letter == space ? 0 : glyph->bitmap_left + static_cast<int>(glyph->bitmap.width);
+        const int before = letter == spaceLetter ? 0 : std::max(-glyph->bitmap_left, 0);
+        const int reach = letter == spaceLetter ? 0 : glyph->bitmap_left + static_cast<int>(glyph->bitmap.width);
         const float width = static_cast<float>(before) + std::max(advance, static_cast<float>(reach));
         int left, top;
         rows.place(width, left, top);
-        if (letter != space)
+        if (letter != spaceLetter)
             drawGlyph(glyph->bitmap, left + before + glyph->bitmap_left, top + baseLine - glyph->bitmap_top,
                       settings, sheet.image);
         sheet.glyphs.push_back(

@@ -1,6 +1,7 @@
 #include "model/PartReader.h"
 
 #include "mesh/Primitives.h"
+#include "model/RegionReader.h"
 
 #include <cmath>
 
@@ -14,7 +15,7 @@ using Zelkor::Vec4;
 namespace {
 
 constexpr const char* primitiveKeywords =
-    "box plank prism lathe cylinder cone sphere torus tube loft plane strip rock";
+    "box plank prism cutout lathe cylinder cone sphere torus tube loft plane strip rock";
 
 class SolidPartReader {
   public:
@@ -35,6 +36,8 @@ class SolidPartReader {
     void statement(const Statement& s, Scope& scope) {
         if (s.keyword == "loft")
             loft(s, scope);
+        else if (s.keyword == "cutout")
+            cutout(s, scope);
         else
             primitive(s, scope);
     }
@@ -127,6 +130,17 @@ class SolidPartReader {
         const Surface surface = prismSurface(outline, args.number("depth"), args.number("bevel", 0));
         if (surface.triangles.empty()) args.fail("points", "this outline crosses itself");
         finish(args, surface);
+    }
+
+    // cutout depth= { shapes joined and cut from one another }: sawn out of a board, holes and all.
+    void cutout(const Statement& s, Scope& scope) {
+        const Arguments args(s, scope, common("depth bevel grow band"));
+        Region region = readRegion(s, scope, interpreter).grown(args.number("grow", 0));
+        const float band = args.number("band", 0), depth = args.number("depth", 1);
+        if (depth <= 0) args.fail("depth", "the depth is above 0");
+        if (band > 0) region = region.without(region.grown(-band));
+        if (region.empty()) args.fail("grow", "nothing is left of this cutout");
+        finish(args, cutoutSurface(region, depth, args.number("bevel", 0)));
     }
 
     void cylinder(const Arguments& args) {

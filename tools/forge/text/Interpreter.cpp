@@ -132,14 +132,22 @@ void Interpreter::use(const Statement& statement, Scope& scope, const Handler& h
 
 void Interpreter::include(const Statement& statement, Scope& scope, const Handler& handler) {
     if (statement.words.size() != 1) throw SourceError(statement.place, "include FILE");
-    const std::string name = evaluateName(statement.words[0], scope);
-    std::vector<std::filesystem::path> candidates{std::filesystem::path(statement.place.file).parent_path() /
-                                                  name};
+    runFile(find(evaluateName(statement.words[0], scope), statement.words[0].place), scope, handler);
+}
+
+std::string Interpreter::fileFor(const std::string& name, const Place& asked) {
+    const std::string path = find(name, asked);
+    filesRead.push_back(path);
+    return path;
+}
+
+std::string Interpreter::find(const std::string& name, const Place& asked) const {
+    std::vector<std::filesystem::path> candidates{std::filesystem::path(asked.file).parent_path() / name};
     for (const std::string& folder : includeFolders)
         candidates.push_back(std::filesystem::path(folder) / name);
     for (const auto& path : candidates)
-        if (std::filesystem::is_regular_file(path)) return runFile(path.string(), scope, handler);
-    throw SourceError(statement.words[0].place, "cannot find " + name);
+        if (std::filesystem::is_regular_file(path)) return path.string();
+    throw SourceError(asked, "cannot find " + name);
 }
 
 } // namespace forge

@@ -22,6 +22,10 @@ class Interpreter {
     void runFile(const std::string& path, Scope& scope, const Handler& handler);
     void run(const std::vector<Statement>& statements, Scope& scope, const Handler& handler);
 
+    // A file named in a source: looked for as `include` does, and counted among the files read. `asked` is the
+    // statement that names it.
+    std::string fileFor(const std::string& name, const Place& asked);
+
     // Every file read so far, in order.
     const std::vector<std::string>& files() const { return filesRead; }
 
@@ -31,6 +35,7 @@ class Interpreter {
     void each(const Statement& statement, Scope& scope, const Handler& handler);
     void use(const Statement& statement, Scope& scope, const Handler& handler);
     void include(const Statement& statement, Scope& scope, const Handler& handler);
+    std::string find(const std::string& name, const Place& asked) const;
 
     std::vector<std::string> includeFolders;
     std::vector<std::string> filesRead;
