@@ -39,7 +39,7 @@ void makeModel(const Options& options) {
 }
 
 void makeTexture(const Options& options) {
-    const TextureSource source = readTexture(options.input);
+    const TextureSource source = readTexture(options.input, options.includes);
     writeFile(options.output, encodeTga(source.image));
     if (!options.depfile.empty()) writeDepfile(options.depfile, options.output, source.files);
 }
@@ -69,7 +69,7 @@ void addCommands(CLI::App& app, Options& options) {
         app.add_subcommand("model", "Make NAME.mesh, and NAME.skel for a rigged model, from NAME.model");
     model->add_option("source", options.input, "the .model source")->required();
     model->add_option("folder", options.output, "where the results go")->required();
-    model->add_option("--include", options.includes, "folders that `include` also looks in");
+    model->add_option("--include", options.includes, "folders that `include` and fonts are also looked for in");
     model->add_option("--unit-folder", options.unitFolder, "the folder of the results within data/units");
     model->add_option("--depfile", options.depfile, "write the sources read, for the build");
     model->callback([&] { makeModel(options); });
@@ -77,6 +77,7 @@ void addCommands(CLI::App& app, Options& options) {
     CLI::App* texture = app.add_subcommand("texture", "Make a .tga from a .texture source");
     texture->add_option("source", options.input, "the .texture source")->required();
     texture->add_option("tga", options.output, "the result")->required();
+    texture->add_option("--include", options.includes, "folders that `include` and fonts are also looked for in");
     texture->add_option("--depfile", options.depfile, "write the sources read, for the build");
     texture->callback([&] { makeTexture(options); });
 

@@ -295,10 +295,16 @@ std::string evaluateName(const Word& source, const Scope& scope) {
     for (std::size_t open; (open = text.find('{')) != std::string::npos;) {
         const std::size_t close = text.find('}', open);
         if (close == std::string::npos) throw SourceError(source.place, "'}' expected in the name " + text);
-        const double value = evaluateNumber({source.place, text.substr(open + 1, close - open - 1)}, scope);
-        std::string digits = std::to_string(value);
-        if (value == std::floor(value)) digits = std::to_string(static_cast<long>(value));
-        text.replace(open, close - open + 1, digits);
+        const Word inner{source.place, text.substr(open + 1, close - open - 1)};
+        const Value* const known = scope.variable(inner.text);
+        std::string put;
+        if (known && known->kind == Value::Kind::Word) {
+            put = known->word;
+        } else {
+            const double value = evaluateNumber(inner, scope);
+            put = value == std::floor(value) ? std::to_string(static_cast<long>(value)) : std::to_string(value);
+        }
+        text.replace(open, close - open + 1, put);
     }
     return text;
 }

@@ -11,6 +11,7 @@ using Zelkor::Vec2;
 namespace {
 
 constexpr int samples = 4; // a side, of each texel of a shape's rim
+constexpr Tint black{0, 0, 0};
 
 Vec2 onCircle(float angle) {
     return {std::cos(angle), std::sin(angle)};
@@ -24,59 +25,94 @@ float lengthOf(const Outline& path) {
 }
 
 // Even-odd.
-bool inside(const Outline& outline, const Vec2& p) {
+bool inside(const std::vector<Outline>& outlines, const Vec2& p) {
     bool in = false;
-    for (std::size_t i = 0, j = outline.size() - 1; i < outline.size(); j = i++) {
-        const Vec2 &a = outline[i], &b = outline[j];
-        if ((a.y > p.y) != (b.y > p.y) && p.x < (b.x - a.x) * (p.y - a.y) / (b.y - a.y) + a.x) in = !in;
-    }
+    for (const Outline& outline : outlines)
+        for (std::size_t i = 0, j = outline.size() - 1; i < outline.size(); j = i++) {
+            const Vec2 &a = outline[i], &b = outline[j];
+            if ((a.y > p.y) != (b.y > p.y) && p.x < (b.x - a.x) * (p.y - a.y) / (b.y - a.y) + a.x) in = !in;
+        }
     return in;
 }
 
 } // namespace
 
-Sprite::Sprite(int size, int seed)
-    : size_(size), random_(seed),
-      light_(static_cast<std::size_t>(size) * static_cast<std::size_t>(size)), alpha_(light_.size()) {}
+Ground Ground::square(int size) {
+    return {size, size, -1, 1, static_cast<float>(size) / 2};
+}
+
+Ground Ground::sheet(int width, int height, float unitsAcross) {
+    const float scale = static_cast<float>(width) / unitsAcross;
+    return {width, height, 0, static_cast<float>(height) / scale, scale};
+}
+
+Sprite::Sprite(const Ground& ground, int seed)
+    : ground_(ground), random_(seed),
+      texels_(static_cast<std::size_t>(ground.width) * static_cast<std::size_t>(ground.height)) {}
 
 Vec2 Sprite::texelOf(const Vec2& p) const {
-    const float half = static_cast<float>(size_) / 2;
-    return {(p.x + 1) * half, (1 - p.y) * half};
+    return {(p.x - ground_.left) * ground_.texelsAUnit, (ground_.top - p.y) * ground_.texelsAUnit};
 }
 
-void Sprite::layPaper(int x, int y, float cover, float tone) {
-    if (x < 0 || y < 0 || x >= size_ || y >= size_) return;
-    const auto i = static_cast<std::size_t>(y * size_ + x);
-    light_[i] = tone * cover + light_[i] * (1 - cover);
-    alpha_[i] = cover + alpha_[i] * (1 - cover);
+void Sprite::lay(int x, int y, float cover, const Tint& tint) {
+    if (x < 0 || y < 0 || x >= ground_.width || y >= ground_.height) return;
+    Texel& texel = texels_[index(x, y)];
+    for (std::size_t c = 0; c < 3; ++c)
+        texel.light[c] = tint[c] * cover + texel.light[c] * (1 - cover);
+    texel.alpha = cover + texel.alpha * (1 - cover);
 }
 
-void Sprite::layInk(int x, int y, float ink) {
-    layPaper(x, y, ink, 0);
-}
-
-void Sprite::shape(const Outline& outline, float tone, float worn) {
-    const int holes = random_.below(100000);
-    for (int y = 0; y < size_; ++y)
-        for (int x = 0; x < size_; ++x) {
+// Calls visit(x, y, share 0..1) for every texel that the outlines cover in part.
+template <class Visit>
+void Sprite::fill(const std::vector<Outline>& outlines, const Visit& visit) const {
+    float left = 1e9f, right = -1e9f, top = 1e9f, bottom = -1e9f;
+    for (const Outline& outline : outlines)
+        for (const Vec2& p : outline) {
+            const Vec2 t = texelOf(p);
+            left = std::min(left, t.x), right = std::max(right, t.x);
+            top = std::min(top, t.y), bottom = std::max(bottom, t.y);
+        }
+    const auto clipped = [](float v, int most) { return std::clamp(static_cast<int>(v), 0, most); };
+    for (int y = clipped(top, ground_.height); y < clipped(bottom + 1, ground_.height); ++y)
+        for (int x = clipped(left, ground_.width); x < clipped(right + 1, ground_.width); ++x) {
             int hits = 0;
             for (int k = 0; k < samples * samples; ++k) {
                 const float fx = static_cast<float>(x) + (static_cast<float>(k % samples) + 0.5f) / samples;
                 const float fy = static_cast<float>(y) + (static_cast<float>(k / samples) + 0.5f) / samples;
-                const auto side = static_cast<float>(size_);
-                hits += inside(outline, {2 * fx / side - 1, 1 - 2 * fy / side});
+                hits += inside(outlines, {ground_.left + fx / ground_.texelsAUnit, ground_.top - fy / ground_.texelsAUnit});
             }
-            if (hits == 0) continue;
-            const Zelkor::Vec3 place{static_cast<float>(x) * 0.12f, static_cast<float>(y) * 0.12f, 0.5f};
-            const float rubbed = std::clamp(0.5f + 1.6f * valueNoise(place, holes) - 1.6f * (0.5f - worn), 0.0f, 1.0f);
-            const float cover = static_cast<float>(hits) / (samples * samples);
-            layPaper(x, y, worn > 0 ? cover * (1 - rubbed) : cover, tone);
+            if (hits > 0) visit(x, y, static_cast<float>(hits) / (samples * samples));
         }
 }
 
-void Sprite::dab(const Vec2& at, float radius, float ink) {
+void Sprite::shape(const std::vector<Outline>& outlines, const Tint& tint, float worn) {
+    const int holes = random_.below(100000);
+    fill(outlines, [&](int x, int y, float cover) {
+        const Zelkor::Vec3 place{static_cast<float>(x) * 0.12f, static_cast<float>(y) * 0.12f, 0.5f};
+        const float rubbed = std::clamp(0.5f + 1.6f * valueNoise(place, holes) - 1.6f * (0.5f - worn), 0.0f, 1.0f);
+        lay(x, y, worn > 0 ? cover * (1 - rubbed) : cover, tint);
+    });
+}
+
+void Sprite::wash(const Outline& outline, const Tint& tint) {
+    const int seed = random_.below(100000);
+    fill({outline}, [&](int x, int y, float cover) {
+        const float fx = static_cast<float>(x), fy = static_cast<float>(y);
+        const float rim = -signedDistance(outline, {ground_.left + (fx + 0.5f) / ground_.texelsAUnit,
+                                                    ground_.top - (fy + 0.5f) / ground_.texelsAUnit});
+        const float dried = 0.35f * std::clamp(1 - rim * ground_.texelsAUnit / 5, 0.0f, 1.0f);
+        const float pools = 0.25f * valueNoise({fx * 0.02f, fy * 0.02f, 0.5f}, seed) +
+                            0.12f * valueNoise({fx * 0.3f, fy * 0.3f, 0.5f}, seed + 1);
+        const float strength = cover * std::clamp(0.75f + dried + pools, 0.0f, 1.3f);
+        Texel& texel = texels_[index(x, y)];
+        for (std::size_t c = 0; c < 3; ++c)
+            texel.light[c] *= std::clamp(1 - (1 - tint[c]) * strength, 0.0f, 1.0f);
+    });
+}
+
+void Sprite::dab(const Vec2& at, float radius, float ink, const Tint& tint) {
     const Vec2 t = texelOf(at);
-    const float r = radius * static_cast<float>(size_) / 2;
+    const float r = radius * ground_.texelsAUnit;
     const int reach = static_cast<int>(std::ceil(r)) + 1;
     const int cx = static_cast<int>(std::floor(t.x)), cy = static_cast<int>(std::floor(t.y));
     for (int y = cy - reach; y <= cy + reach; ++y)
@@ -84,7 +120,7 @@ void Sprite::dab(const Vec2& at, float radius, float ink) {
             const float away =
                 std::hypot(static_cast<float>(x) + 0.5f - t.x, static_cast<float>(y) + 0.5f - t.y);
             const float edge = std::clamp(r + 0.5f - away, 0.0f, 1.0f);
-            if (edge > 0) layInk(x, y, ink * edge);
+            if (edge > 0) lay(x, y, ink * edge, tint);
         }
 }
 
@@ -95,7 +131,9 @@ void Sprite::line(const Outline& path, const Pen& pen, bool closed) {
     const float total = lengthOf(points);
     if (!(total > 0)) return;
     const int waverSeed = random_.below(100000);
-    const float texel = 2 / static_cast<float>(size_), step = texel / 2;
+    const float texel = 1 / ground_.texelsAUnit, step = texel / 2;
+    // The hand wavers by the size of the whole picture: a unit is half its height.
+    const float pace = 2 * ground_.texelsAUnit / static_cast<float>(ground_.height);
     float before = 0;
     for (std::size_t i = 1; i < points.size(); ++i) {
         const Vec2 a = points[i - 1], b = points[i];
@@ -105,24 +143,24 @@ void Sprite::line(const Outline& path, const Pen& pen, bool closed) {
             const float ends = closed ? 1
                                       : std::min({1.0f, t / std::max(pen.taper, 0.01f),
                                                   (1 - t) / std::max(pen.taper, 0.01f)});
-            const float waver = valueNoise({along * 7, 0.5f, 0.5f}, waverSeed);
-            const float lifted = valueNoise({along * 3.1f, 8.5f, 0.5f}, waverSeed);
+            const float gone = along * pace;
+            const float waver = valueNoise({gone * 7, 0.5f, 0.5f}, waverSeed);
+            const float lifted = valueNoise({gone * 3.1f, 8.5f, 0.5f}, waverSeed);
             if (pen.broken > 0 && lifted * 0.5f + 0.5f < pen.broken) continue;
             const float pressure = std::sqrt(std::max(ends, 0.0f)) * (0.82f + 0.28f * waver);
             const float radius = pen.width / 2 * pressure;
             const float overlap = std::max(2 * radius / step, 1.0f);
             const float share = 1 - std::pow(1 - std::min(pen.ink, 0.995f), 2.2f / overlap);
-            const Vec2 shake{0.35f * pen.width * valueNoise({along * 4, 3.5f, 0.5f}, waverSeed),
-                             0.35f * pen.width * valueNoise({along * 4, 6.5f, 0.5f}, waverSeed)};
+            const Vec2 shake{0.35f * pen.width * valueNoise({gone * 4, 3.5f, 0.5f}, waverSeed),
+                             0.35f * pen.width * valueNoise({gone * 4, 6.5f, 0.5f}, waverSeed)};
             dab({a.x + (b.x - a.x) * u + shake.x, a.y + (b.y - a.y) * u + shake.y},
-                std::max(radius, texel * 0.3f), share);
+                std::max(radius, texel * 0.3f), share, pen.tint);
         }
         before += piece;
     }
 }
 
-void Sprite::hatch(const Vec2& at, float radius, float angle, float gap, const Pen& pen) {
-    const std::vector<float> light = light_, alpha = alpha_;
+void Sprite::strokes(const Vec2& at, float radius, float angle, float gap, const Pen& pen) {
     const Vec2 along = onCircle(angle * pi / 180), across{-along.y, along.x};
     for (float d = -radius + gap / 2; d < radius; d += gap * random_.range(0.75f, 1.25f)) {
         const float half = std::sqrt(radius * radius - d * d) * random_.range(0.75f, 1.0f);
@@ -131,12 +169,38 @@ void Sprite::hatch(const Vec2& at, float radius, float angle, float gap, const P
               {middle.x + along.x * half, middle.y + along.y * half}},
              pen);
     }
-    for (std::size_t i = 0; i < light_.size(); ++i) { // what fell beside the shape
-        const float kept = alpha[i];
-        const float shade = alpha_[i] > 0 ? light_[i] / alpha_[i] : 0;
-        alpha_[i] = kept;
-        light_[i] = kept > 0 ? std::min(shade * kept, light[i]) : 0;
+}
+
+void Sprite::trim(const std::vector<Texel>& before, const Outline* outline) {
+    std::vector<float> kept(texels_.size(), outline ? 0.0f : 1.0f);
+    if (outline) fill({*outline}, [&](int x, int y, float cover) { kept[index(x, y)] = cover; });
+    for (std::size_t i = 0; i < texels_.size(); ++i) {
+        Texel& texel = texels_[i];
+        const float alpha = before[i].alpha, shown = kept[i];
+        for (std::size_t c = 0; c < 3; ++c) {
+            const float shade = texel.alpha > 0 ? texel.light[c] / texel.alpha : 0;
+            const float laid = alpha > 0 ? std::min(shade * alpha, before[i].light[c]) : 0;
+            texel.light[c] = shown * laid + (1 - shown) * before[i].light[c];
+        }
+        texel.alpha = alpha;
     }
+}
+
+void Sprite::hatch(const Vec2& at, float radius, float angle, float gap, const Pen& pen) {
+    const std::vector<Texel> before = texels_;
+    strokes(at, radius, angle, gap, pen);
+    trim(before, nullptr);
+}
+
+void Sprite::hatch(const Outline& outline, float angle, float gap, const Pen& pen) {
+    Vec2 lo = outline.front(), hi = lo;
+    for (const Vec2& p : outline) {
+        lo = {std::min(lo.x, p.x), std::min(lo.y, p.y)};
+        hi = {std::max(hi.x, p.x), std::max(hi.y, p.y)};
+    }
+    const std::vector<Texel> before = texels_;
+    strokes({(lo.x + hi.x) / 2, (lo.y + hi.y) / 2}, 0.6f * std::hypot(hi.x - lo.x, hi.y - lo.y), angle, gap, pen);
+    trim(before, &outline);
 }
 
 void Sprite::scribble(const Vec2& at, const Vec2& end, const Vec2& radius, float loops, const Pen& pen) {
@@ -157,15 +221,14 @@ void Sprite::scribble(const Vec2& at, const Vec2& end, const Vec2& radius, float
 void Sprite::smudge(const Vec2& at, float radius, float ink) {
     const int seed = random_.below(100000);
     const Vec2 middle = texelOf(at);
-    for (int y = 0; y < size_; ++y)
-        for (int x = 0; x < size_; ++x) {
+    for (int y = 0; y < ground_.height; ++y)
+        for (int x = 0; x < ground_.width; ++x) {
             const float fx = static_cast<float>(x) + 0.5f, fy = static_cast<float>(y) + 0.5f;
-            const float away =
-                std::hypot(fx - middle.x, fy - middle.y) / (radius * static_cast<float>(size_) / 2);
+            const float away = std::hypot(fx - middle.x, fy - middle.y) / (radius * ground_.texelsAUnit);
             const float clouds = 1 + 0.6f * valueNoise({fx * 0.07f, fy * 0.07f, 0.5f}, seed);
             const float tooth = 0.75f + 0.25f * valueNoise({fx * 0.6f, fy * 0.6f, 0.5f}, seed + 1);
             const float density = std::clamp(1 - away, 0.0f, 1.0f);
-            if (density > 0) layInk(x, y, std::clamp(ink * density * clouds * tooth, 0.0f, 1.0f));
+            if (density > 0) lay(x, y, std::clamp(ink * density * clouds * tooth, 0.0f, 1.0f), black);
         }
 }
 
@@ -174,7 +237,7 @@ void Sprite::spatter(const Vec2& at, float radius, int count, float size, float 
         const Vec2 way = onCircle(random_.range(0, 2 * pi));
         const float away = radius * std::sqrt(random_.unit());
         const float r = size * random_.range(0.35f, 1) * (1 - 0.5f * away / std::max(radius, 0.001f));
-        dab({at.x + way.x * away, at.y + way.y * away}, r, ink);
+        dab({at.x + way.x * away, at.y + way.y * away}, r, ink, black);
     }
 }
 
@@ -214,17 +277,16 @@ Outline Sprite::starOutline(const Vec2& at, float inner, float outer, int spikes
 }
 
 Image Sprite::image() const {
-    Image image(size_, size_, 4);
+    Image image(ground_.width, ground_.height, 4);
     const auto toByte = [](float v) {
         return static_cast<std::uint8_t>(std::lround(std::clamp(v, 0.0f, 1.0f) * 255));
     };
-    for (int y = 0; y < size_; ++y)
-        for (int x = 0; x < size_; ++x) {
-            const auto i = static_cast<std::size_t>(y * size_ + x);
-            const std::uint8_t light = toByte(alpha_[i] > 0 ? light_[i] / alpha_[i] : 0);
+    for (int y = 0; y < ground_.height; ++y)
+        for (int x = 0; x < ground_.width; ++x) {
+            const Texel& texel = texels_[index(x, y)];
             for (int c = 0; c < 3; ++c)
-                image.at(x, y, c) = light;
-            image.at(x, y, 3) = toByte(alpha_[i]);
+                image.at(x, y, c) = toByte(texel.alpha > 0 ? texel.light[static_cast<std::size_t>(c)] / texel.alpha : 0);
+            image.at(x, y, 3) = toByte(texel.alpha);
         }
     return image;
 }

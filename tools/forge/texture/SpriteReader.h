@@ -6,7 +6,9 @@
 
 namespace forge {
 
+inline constexpr int largestTexture = 2048; // texels a side
+
 // Throws SourceError.
-Image readSprite(Interpreter& interpreter, const Statement& statement, Scope& scope, int size, int seed);
+Image readSprite(Interpreter& interpreter, const Statement& statement, Scope& scope);
 
 } // namespace forge

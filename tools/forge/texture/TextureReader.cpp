@@ -10,11 +10,9 @@
 namespace forge {
 namespace {
 
-constexpr int largest = 2048;
-
 int sizeOf(const Arguments& args, int fallback) {
     const int size = args.integer("size", fallback);
-    if (size < 8 || size > largest) args.fail("size", "size is 8 to " + std::to_string(largest));
+    if (size < 8 || size > largestTexture) args.fail("size", "size is 8 to " + std::to_string(largestTexture));
     return size;
 }
 
@@ -69,9 +67,9 @@ Image surface(const Statement& s, const Scope& scope) {
 
 } // namespace
 
-TextureSource readTexture(const std::string& path) {
+TextureSource readTexture(const std::string& path, const std::vector<std::string>& includeFolders) {
     std::optional<Image> image;
-    Interpreter interpreter;
+    Interpreter interpreter(includeFolders);
     Scope root;
     interpreter.runFile(path, root, [&](const Statement& s, Scope& scope) {
         if (image) throw SourceError(s.place, "a texture has one generator");
@@ -79,10 +77,9 @@ TextureSource readTexture(const std::string& path) {
             image = hatch(s, scope);
         else if (s.keyword == "paper")
             image = paper(s, scope);
-        else if (s.keyword == "sprite") {
-            const Arguments args(s, scope, "size seed");
-            image = readSprite(interpreter, s, scope, sizeOf(args, 128), args.integer("seed", 1));
-        } else if (s.keyword == "wood" || s.keyword == "rock" || s.keyword == "brick" ||
+        else if (s.keyword == "sprite")
+            image = readSprite(interpreter, s, scope);
+        else if (s.keyword == "wood" || s.keyword == "rock" || s.keyword == "brick" ||
                  s.keyword == "foliage" || s.keyword == "wash")
             image = surface(s, scope);
         else

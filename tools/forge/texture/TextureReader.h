@@ -13,7 +13,7 @@ struct TextureSource {
     std::vector<std::string> files; // everything read, for the build's dependencies
 };
 
-// Throws SourceError.
-TextureSource readTexture(const std::string& path);
+// includeFolders: where `include` and fonts are also looked for. Throws SourceError.
+TextureSource readTexture(const std::string& path, const std::vector<std::string>& includeFolders = {});
 
 } // namespace forge
