@@ -108,6 +108,10 @@ std::optional<Options> parseCommandLine(int argc, const char* const* argv, int& 
     app.add_option("--trace-every", options.traceEvery, "Trace every K frames")
         ->check(CLI::Range(1, 1000000000))
         ->type_name("K");
+    app.add_option("--draw-every", options.drawEvery,
+                   "Draw the stage only every K frames, and where a picture is taken; the game is the same")
+        ->check(CLI::Range(1, 1000000000))
+        ->type_name("K");
     app.add_option("--profile", options.profile, "Write the profiler's sections, a JSON object a frame")
         ->type_name("FILE");
     const std::map<std::string, bool> onOff{{"on", true}, {"off", false}};

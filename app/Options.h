@@ -31,6 +31,7 @@ struct Options {
     std::vector<ScreenshotRequest> screenshots;
     std::filesystem::path trace;
     int traceEvery = 1;
+    int drawEvery = 1;
     std::filesystem::path profile, measure;
     std::filesystem::path soundFile;
     bool checkData = false;

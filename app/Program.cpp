@@ -90,6 +90,7 @@ class Recording {
     // False, with a message on standard error, when a file cannot be opened or understood.
     bool open(const Options& options) {
         screenshots_ = options.screenshots;
+        drawEvery_ = options.drawEvery;
         if (!options.input.empty()) {
             std::string reason;
             auto actions = readInputScript(options.input, reason);
@@ -113,6 +114,7 @@ class Recording {
         renderer.captureFrame =
             measure_ || std::any_of(screenshots_.begin(), screenshots_.end(),
                         [&](const ScreenshotRequest& shot) { return shot.frame == frame; });
+        renderer.sceneHidden = !renderer.captureFrame && frame % drawEvery_ != 0;
     }
 
     // False when a picture could not be written.
@@ -146,6 +148,7 @@ class Recording {
     std::unique_ptr<ProfileWriter> profile_;
     std::unique_ptr<MeasureWriter> measure_;
     std::vector<ScreenshotRequest> screenshots_;
+    int drawEvery_ = 1;
 };
 
 // What the command line sets for this run only: put back at its end, unless the player has changed it meanwhile.

@@ -102,6 +102,7 @@ class Renderer {
     bool focused = false;
     unsigned currentProgram = 0;
     int updateCount = 0;    // update substeps run
+    bool sceneHidden = false; // scenes live on (what would be seen is animated), but nothing of them is drawn
     int drawnUnits = 0;       // in the lists of the last scene drawn
     double runningTime = 0; // seconds of the timer "main" presented
     Mat4 modMatrix;         // mirrors the model-view matrix

@@ -95,6 +95,7 @@ void renderScene(Scene& scene, Camera& camera) {
     RenderLists lists;
     lists.update(scene, camera, managers.unitManager->frameNumber);
     renderer.drawnUnits = static_cast<int>(lists.main.size() + lists.special.size());
+    if (renderer.sceneHidden) return;
     // Solid things near to far, so that what they hide is never shaded; then what shows things through it,
     // far to near.
     for (Unit* unit : lists.main)

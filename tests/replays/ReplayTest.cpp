@@ -91,7 +91,7 @@ Run play(const Replay& replay, const fs::path& input) {
     std::ostringstream command;
     command << "cd " << folder
             << " && " RUSTPIKE_PROGRAM " --data " RUSTPIKE_DATA " --headless --size 64x36 --post off --seed 1 "
-            << "--step 0.0166667 --stage " << replay.stage << " --frames " << replay.frames << " --input "
+            << "--step 0.0166667 --draw-every 30 --stage " << replay.stage << " --frames " << replay.frames << " --input "
             << input << " --trace " << trace;
     EXPECT_EQ(std::system(command.str().c_str()), 0) << command.str();
     Run run{hashTrace(trace), nlohmann::json::parse(lastLine(trace), nullptr, false)};
