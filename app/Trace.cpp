@@ -61,14 +61,15 @@ Json cameraState(const GameCamera& camera) {
 Json heroState(const ThingyManager& actors) {
     std::vector<Thingy*> heroes;
     actors.collectAll(GROUP_PLAYER, heroes);
-    const auto* hero = heroes.empty() ? nullptr : dynamic_cast<const PlayerStandard*>(heroes.front());
+    const auto* hero = heroes.empty() ? nullptr : dynamic_cast<const Player*>(heroes.front());
     if (!hero) return nullptr;
+    const auto* onFoot = dynamic_cast<const PlayerStandard*>(hero);
     static constexpr std::array<const char*, PlayerState::count> stateNames = {"ground", "air", "hurt", "climb",
                                                                               "cart"};
     return {{"position", vector(hero->position())},
             {"bodyCentre", vector(hero->bodyCentre)},
             {"velocity", vector(hero->velocity)},
-            {"state", stateNames[static_cast<std::size_t>(hero->state)]},
+            {"state", onFoot ? stateNames[static_cast<std::size_t>(onFoot->state)] : "flying"},
             {"facing", hero->facing},
             {"crouching", hero->crouching},
             {"health", hero->health},

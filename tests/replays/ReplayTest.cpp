@@ -36,7 +36,9 @@ const std::vector<Replay>& replays() {
     static const std::vector<Replay> all = {{"stage0", "0", 2460, 12},
                                             {"ladders", "proving/ladders", 1476, 5},
                                             {"cart", "proving/cart", 720, 12},
-                                            {"doors", "proving/doors", 780, 10}};
+                                            {"doors", "proving/doors", 780, 10},
+                                            {"flying", "proving/flying", 1020, 5},
+                                            {"gravity", "proving/gravity", 960, 5}};
     return all;
 }
 

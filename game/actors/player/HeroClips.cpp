@@ -41,9 +41,9 @@ void setClipSpeed(Zelkor::Unit& unit, const char* name, float speed) {
     if (Zelkor::Animation* animation = unit.skeleton->animation(name)) animation->speed = speed;
 }
 
-void prepareArmRecoil(Zelkor::Unit& unit) {
+void prepareArmRecoil(Zelkor::Unit& unit, const char* clip) {
     if (!unit.skeleton || unit.skeleton->findJoint(shoulderPath) < 0) return;
-    Zelkor::Animation* recoil = unit.skeleton->animation(HeroClips::armRecoil);
+    Zelkor::Animation* recoil = unit.skeleton->animation(clip);
     if (!recoil) return;
     recoil->additive = true;
     recoil->layer = recoilLayer;
@@ -52,8 +52,8 @@ void prepareArmRecoil(Zelkor::Unit& unit) {
         recoil->jointMask[joint] = isShoulderOrBelow(unit.skeleton->data->jointNames[joint]) ? 0 : 1;
 }
 
-void playArmRecoil(Zelkor::Unit& unit) {
-    Zelkor::Animation* recoil = unit.skeleton ? unit.skeleton->animation(HeroClips::armRecoil) : nullptr;
+void playArmRecoil(Zelkor::Unit& unit, const char* clip) {
+    Zelkor::Animation* recoil = unit.skeleton ? unit.skeleton->animation(clip) : nullptr;
     if (!recoil) return;
     recoil->setTime(0);
     recoil->weight = 1;

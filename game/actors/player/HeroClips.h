@@ -59,6 +59,15 @@ inline constexpr HeroClip hurtFront{"hurt_front", 1, 0.05f, nullptr, true};
 
 inline constexpr const char* armRecoil = "arm_recoil";
 
+// In flight. The first five are mixed by where he steers.
+inline constexpr const char* hover = "idle";
+inline constexpr const char* flyForward = "forward";
+inline constexpr const char* flyBackward = "backward";
+inline constexpr const char* flyDown = "down";
+inline constexpr const char* flyUp = "up";
+inline constexpr const char* flightRecoil = "fire";
+inline constexpr const char* flightHurt = "hurt";
+
 } // namespace HeroClips
 
 // Returns the seconds until the clip ends at its speed; 0, and nothing happens, where the unit has no such clip.
@@ -67,8 +76,8 @@ float playClip(Zelkor::Unit& unit, const HeroClip& clip);
 float playClipBackwards(Zelkor::Unit& unit, const HeroClip& clip);
 // Changes the pace of a clip, playing or not.
 void setClipSpeed(Zelkor::Unit& unit, const char* name, float speed);
-// Makes "arm_recoil" a layer of its own that adds its motion to whatever the body plays, and moves the right
-// arm from the shoulder down only.
-void prepareArmRecoil(Zelkor::Unit& unit);
+// Makes the clip a layer of its own that adds its motion to whatever the body plays, and moves the right arm from
+// the shoulder down only.
+void prepareArmRecoil(Zelkor::Unit& unit, const char* clip = HeroClips::armRecoil);
 // From its start, whatever is left of the shot before.
-void playArmRecoil(Zelkor::Unit& unit);
+void playArmRecoil(Zelkor::Unit& unit, const char* clip = HeroClips::armRecoil);

@@ -2,7 +2,9 @@
 
 #include "actors/ActorSound.h"
 #include "actors/ThingyManager.h"
+#include "actors/platforms/Platform.h"
 #include "actors/player/HeroConstants.h"
+#include "actors/player/TileCollision.h"
 #include "actors/scenery/Pickup.h"
 #include "core/EngineManagers.h"
 #include "core/TimerManager.h"
@@ -13,6 +15,7 @@
 #include "gui/GuiWorkspace.h"
 #include "gui/HealthBar.h"
 #include "resources/Unit.h"
+#include "resources/UnitManager.h"
 
 #include <algorithm>
 
@@ -54,6 +57,84 @@ Player::~Player() {
     if (world_.camera && world_.camera->target == this) world_.camera->target = nullptr;
 }
 
+void Player::leadCamera() {
+    if (!world_.camera) return;
+    world_.camera->target = this;
+    world_.camera->targetOffset = lookAhead.offset;
+}
+
+// --- The body among what it touches ------------------------------------------------------------------------
+
+Platform* Player::pushOutOfPlatforms() {
+    near_.clear();
+    if (world_.actors)
+        world_.actors->collectInRadius(GROUP_PLATFORMS, bodyCentre, heroConstants.platformReach, near_);
+    Platform* under = nullptr;
+    for (Thingy* actor : near_)
+        if (auto* platform = dynamic_cast<Platform*>(actor))
+            if (Platform* carrier = pushOutOf(*platform)) under = carrier;
+    return under;
+}
+
+// The platform itself when he stands on it.
+Platform* Player::pushOutOf(Platform& platform) {
+    const HeroBox box = heroBox(bodyCentre, up, crouching);
+    Vec3 centre = box.centre;
+    const PlatformContact contact = platform.pushOut(centre, box.half, worldVelocity());
+    if (!contact.pushed) return nullptr;
+    bodyCentre = centre + box.toBodyCentre;
+    const bool stands = dot(contact.normal, up) > 0.5f;
+    // As on a floor of tiles: what he stands on has to touch him in the next step too.
+    if (stands) bodyCentre -= up * heroConstants.footing;
+    const bool upright = box.verticalAxis == 1;
+    if (wallSide == 0) wallSide = upright ? contact.normal.x : contact.normal.y;
+    if (groundSide == 0) groundSide = upright ? contact.normal.y : contact.normal.x;
+    return stands ? &platform : nullptr;
+}
+
+bool Player::pushOutOfTiles(const Vec3& travelled, float dt, int lowerMask, int upperMask) {
+    if (!world_.grid) return true;
+    TileBody body;
+    body.bodyCentre = bodyCentre;
+    body.up = up;
+    body.lastPosition = lastPosition;
+    body.velocity = dt > 0 ? travelled * (1 / dt) : Vec3{};
+    body.dt = dt;
+    body.crouching = crouching;
+    body.lowerMask = lowerMask;
+    body.upperMask = upperMask;
+    body.wallSide = wallSide;
+    body.groundSide = groundSide;
+    const TileContact contact = collideWithTiles(*world_.grid, body);
+    bodyCentre = contact.bodyCentre;
+    wallSide = contact.wallSide;
+    groundSide = contact.groundSide;
+    return !contact.killed;
+}
+
+// --- Blows ------------------------------------------------------------------------------------------------
+
+bool Player::overlaps(const Attack& attack, const Box& box) {
+    return attack.boxMax.x > box.min.x && attack.boxMin.x < box.max.x && attack.boxMax.y > box.min.y &&
+           attack.boxMin.y < box.max.y;
+}
+
+float Player::knockOf(const Attack& attack) const {
+    const float attackCentre = (attack.boxMin.x + attack.boxMax.x) / 2;
+    const float from = attack.direction.x != 0 ? attack.direction.x : position().x - attackCentre;
+    return from > 0 ? 1.0f : -1.0f;
+}
+
+void Player::takeBlow() {
+    flash = 1;
+    if (world_.camera) {
+        world_.camera->shakeAmplitude = heroConstants.shakeAmplitude;
+        world_.camera->shakeDecay = heroConstants.shakeDecay;
+    }
+    playSoundAt("playerhurt", position());
+    setWeapon(WeaponIndex::mainGun);
+}
+
 // --- Guns -------------------------------------------------------------------------------------------------
 
 void Player::setWeapon(int index) {
@@ -78,13 +159,21 @@ bool Player::fire(bool left) {
     return weapon->fire(playerTime(), muzzlePoint(left), static_cast<float>(facing), up, {});
 }
 
+// The gun has to be where the hand will be drawn, so the hero takes the pose of the coming frame here rather than
+// on his way to the screen.
+void Player::poseWithGun() {
+    if (const Zelkor::EngineManagers* managers = Zelkor::engineManagers())
+        unit->frameUpdate(managers->unitManager->frameNumber + 1);
+    gun_->follow();
+}
+
 // --- Pickups ----------------------------------------------------------------------------------------------
 
 void Player::collectPickups(const Vec3& boxMin, const Vec3& boxMax) {
     if (dead || !world_.actors) return;
-    std::vector<Thingy*> near;
-    world_.actors->collectInRadius(GROUP_PICKUPS, position(), heroConstants.pickupReach, near);
-    for (Thingy* actor : near) {
+    near_.clear();
+    world_.actors->collectInRadius(GROUP_PICKUPS, position(), heroConstants.pickupReach, near_);
+    for (Thingy* actor : near_) {
         auto* pickup = dynamic_cast<Pickup*>(actor);
         const Vec3 p = actor->position();
         const float half = heroConstants.pickupHalf;

@@ -8,6 +8,7 @@
 #include "actors/weapons/PlayerWeapon.h"
 
 #include <memory>
+#include <vector>
 
 namespace Zelkor {
 class GuiPanel;
@@ -15,6 +16,7 @@ class GuiPanel;
 class GameCamera;
 class HealthBar;
 class MenuManager;
+class Platform;
 class Session;
 class ThingyManager;
 class TileGrid;
@@ -55,7 +57,7 @@ class Player : public Thingy {
 
     // Stands the hero on other axes for as long as it is called in every frame. Unit vectors along world
     // axes.
-    void setGravityFrame(const Zelkor::Vec3& newUp, const Zelkor::Vec3& newRight);
+    virtual void setGravityFrame(const Zelkor::Vec3& newUp, const Zelkor::Vec3& newRight);
 
     // The lowest point of the body, along up.
     Zelkor::Vec3 feet() const;
@@ -87,10 +89,35 @@ class Player : public Thingy {
     float gravity, heldJumpGravity, terminalSpeed;
 
   protected:
+    struct Box {
+        Zelkor::Vec3 min, max;
+    };
+    static bool overlaps(const Attack& attack, const Box& box);
+    // Which way the attack throws him: +1 to the right.
+    float knockOf(const Attack& attack) const;
+    // What every hit does to whoever he is: red, a shaken view, a cry and the picked-up gun lost.
+    void takeBlow();
+
+    // Becomes what the camera follows.
+    void leadCamera();
+    // Pushes his body out of every platform near; the contacts go to wallSide and groundSide. Returns the last
+    // one that he stands on, null for none.
+    Platform* pushOutOfPlatforms();
+    // Out of the tiles: the masks are those of TileBody. travelled: over this step, by himself, in the world.
+    // False when a deadly one was touched, and then nothing has moved.
+    bool pushOutOfTiles(const Zelkor::Vec3& travelled, float dt, int lowerMask, int upperMask);
+    // Takes the pose of the coming frame, and the gun with it.
+    void poseWithGun();
+
     // Takes every pickup whose middle, grown by 3, overlaps the box.
     void collectPickups(const Zelkor::Vec3& boxMin, const Zelkor::Vec3& boxMax);
     void takePickup(int kind);
 
     PlayerSurroundings world_;
     std::unique_ptr<HeldGun> gun_;
+
+  private:
+    Platform* pushOutOf(Platform& platform);
+
+    std::vector<Thingy*> near_; // scratch of one step
 };

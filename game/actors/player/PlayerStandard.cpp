@@ -10,14 +10,11 @@
 #include "actors/player/PlayerHurt.h"
 #include "actors/player/PlayerInAirState.h"
 #include "actors/player/PlayerOnGroundState.h"
-#include "actors/player/TileCollision.h"
 #include "actors/rides/Minecart.h"
-#include "core/EngineManagers.h"
 #include "game/GameCamera.h"
 #include "game/Session.h"
 #include "gui/HealthBar.h"
 #include "resources/Unit.h"
-#include "resources/UnitManager.h"
 #include "world/TileGrid.h"
 
 #include <algorithm>
@@ -48,10 +45,7 @@ PlayerStandard::PlayerStandard(Zelkor::Unit& ownUnit, const PlayerSurroundings& 
     ownUnit.scale = {scale, scale, scale};
     playClip(ownUnit, HeroClips::idle);
     prepareArmRecoil(ownUnit);
-    if (world_.camera) {
-        world_.camera->target = this;
-        world_.camera->targetOffset = lookAhead.offset;
-    }
+    leadCamera();
 }
 
 PlayerStandard::~PlayerStandard() = default;
@@ -87,7 +81,8 @@ void PlayerStandard::update(float time, float dt) {
 }
 
 void PlayerStandard::turn(float dt) {
-    const float target = up.x > 0.5f || right.y < -0.5f ? -aimAngle : aimAngle;
+    // Rolled over, or onto his right side, his turn to the right would show as one to the left.
+    const float target = up.x > 0.5f || up.y < -0.5f ? -aimAngle : aimAngle;
     const float share = heroConstants.yawRate * dt;
     yaw = yaw * (1 - share) + target * share;
     rollAngle = rollAngle * (1 - share) + targetRoll * share;
@@ -114,48 +109,13 @@ void PlayerStandard::forgetLostPlatform() {
 
 void PlayerStandard::collideWithPlatforms() {
     if (standingOn) bodyCentre += standingOn->carry();
-    standingOn = nullptr;
-    platforms_.clear();
-    if (world_.actors)
-        world_.actors->collectInRadius(GROUP_PLATFORMS, bodyCentre, heroConstants.platformReach, platforms_);
-    for (Thingy* actor : platforms_)
-        if (auto* platform = dynamic_cast<Platform*>(actor)) pushOutOf(*platform);
-}
-
-void PlayerStandard::pushOutOf(Platform& platform) {
-    const HeroBox box = heroBox(bodyCentre, up, crouching);
-    Vec3 centre = box.centre;
-    const PlatformContact contact = platform.pushOut(centre, box.half, worldVelocity());
-    if (!contact.pushed) return;
-    bodyCentre = centre + box.toBodyCentre;
-    // As on a floor of tiles: what he stands on has to touch him in the next step too.
-    if (dot(contact.normal, up) > 0.5f) bodyCentre -= up * heroConstants.footing;
-    const bool upright = box.verticalAxis == 1;
-    const float side = upright ? contact.normal.x : contact.normal.y;
-    const float ground = upright ? contact.normal.y : contact.normal.x;
-    if (wallSide == 0) wallSide = side;
-    if (groundSide == 0) groundSide = ground;
-    if (dot(contact.normal, up) > 0.5f) standingOn = &platform;
+    standingOn = pushOutOfPlatforms();
 }
 
 void PlayerStandard::collideWithTiles(const Vec3& travelled, float dt) {
-    if (!world_.grid) return;
-    TileBody body;
-    body.bodyCentre = bodyCentre;
-    body.up = up;
-    body.lastPosition = lastPosition;
-    body.velocity = dt > 0 ? travelled * (1 / dt) : Vec3{};
-    body.dt = dt;
-    body.crouching = crouching;
-    body.lowerMask = state == PlayerState::climb ? TileType::solid : groundMask;
-    body.upperMask = state == PlayerState::onGround ? groundMask : TileType::solid;
-    body.wallSide = wallSide;
-    body.groundSide = groundSide;
-    const TileContact contact = ::collideWithTiles(*world_.grid, body);
-    bodyCentre = contact.bodyCentre;
-    wallSide = contact.wallSide;
-    groundSide = contact.groundSide;
-    if (contact.killed) die(false);
+    const int lowerMask = state == PlayerState::climb ? TileType::solid : groundMask;
+    const int upperMask = state == PlayerState::onGround ? groundMask : TileType::solid;
+    if (!pushOutOfTiles(travelled, dt, lowerMask, upperMask)) die(false);
 }
 
 void PlayerStandard::keepInView() {
@@ -188,14 +148,6 @@ void PlayerStandard::finishStep(float dt) {
     if (dead) deadTime_ += dt;
     if (dead && deadTime_ > heroConstants.restartDelay && world_.session)
         world_.session->restartRequested = true;
-}
-
-// The gun has to be where the hand will be drawn, so the hero takes the pose of the coming frame here rather than
-// on his way to the screen.
-void PlayerStandard::poseGun() {
-    if (const Zelkor::EngineManagers* managers = Zelkor::engineManagers())
-        unit->frameUpdate(managers->unitManager->frameNumber + 1);
-    gun_->follow();
 }
 
 PlayerClimbState& PlayerStandard::climbState() {
@@ -298,24 +250,13 @@ PlayerStandard::Box PlayerStandard::hurtBox() const {
 
 int PlayerStandard::onHit(const Attack& attack) {
     if (dead || flash > 0) return 0;
-    const Box body = hurtBox();
-    const bool overlaps = attack.boxMax.x > body.min.x && attack.boxMin.x < body.max.x &&
-                          attack.boxMax.y > body.min.y && attack.boxMin.y < body.max.y;
-    if (!overlaps) return 0;
+    if (!overlaps(attack, hurtBox())) return 0;
 
-    const float attackCentre = (attack.boxMin.x + attack.boxMax.x) / 2;
-    const float from = attack.direction.x != 0 ? attack.direction.x : position().x - attackCentre;
-    const float knock = from > 0 ? 1.0f : -1.0f;
+    const float knock = knockOf(attack);
     if (cart) cart->throwUp();
     playClip(*unit, knock == static_cast<float>(facing) ? HeroClips::hurtBack : HeroClips::hurtFront);
-    flash = 1;
     if (!cart) velocity = {heroConstants.knockSpeed * knock, heroConstants.knockUpSpeed, 0};
-    if (world_.camera) {
-        world_.camera->shakeAmplitude = heroConstants.shakeAmplitude;
-        world_.camera->shakeDecay = heroConstants.shakeDecay;
-    }
-    playSoundAt("playerhurt", position());
-    setWeapon(WeaponIndex::mainGun);
+    takeBlow();
     if (!cart) changeState(PlayerState::hurt);
     health -= 1;
     if (health <= 0) die(false);

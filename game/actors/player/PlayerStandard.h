@@ -7,7 +7,6 @@
 
 #include <array>
 #include <memory>
-#include <vector>
 
 class Minecart;
 class Platform;
@@ -46,8 +45,7 @@ class PlayerStandard final : public Player {
     // Lands in a mine cart, or is pushed out of it. False unless he rides now.
     bool boardCart();
     void showGun(bool shown);
-    // Takes the pose of the coming frame, and the gun with it.
-    void poseGun();
+    void poseGun() { poseWithGun(); }
     // Puts his feet there, however he leans.
     void standAt(const Zelkor::Vec3& feet);
     TileGrid* grid() const { return world_.grid; }
@@ -65,18 +63,13 @@ class PlayerStandard final : public Player {
     void placeUnit();
     void moveBody(const Zelkor::Vec3& delta);
     void collideWithPlatforms();
-    void pushOutOf(Platform& platform);
     void collideWithTiles(const Zelkor::Vec3& travelled, float dt);
     void holdInView(float x, bool leftEdge);
     void finishStep(float dt);
-    struct Box {
-        Zelkor::Vec3 min, max;
-    };
     Box hurtBox() const;
     void forgetLostPlatform();
 
     std::array<std::unique_ptr<PlayerState>, PlayerState::count> states_;
-    std::vector<Thingy*> platforms_; // scratch of one step
     bool lookedAhead_ = false;       // in this update
     float deadTime_ = 0;             // seconds
 };

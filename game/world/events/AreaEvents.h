@@ -1,8 +1,11 @@
 // Events bound to a part of the stage: the hero inside a box, camera areas and their exits, gravity.
 #pragma once
 
+#include "fx/SpriteLists.h"
 #include "world/EventList.h"
 #include "world/events/EventFields.h"
+
+#include <vector>
 
 // Fires each time a hero enters its box.
 class PlayerInBoxEvent : public Event {
@@ -16,6 +19,9 @@ class PlayerInBoxEvent : public Event {
 
     EventBox box;
     int heroesInside = 0; // at the last update
+
+  private:
+    std::vector<Thingy*> heroes_; // scratch of one update
 };
 
 // Makes its box the camera's area.
@@ -44,14 +50,22 @@ class CameraEdgeEvent : public Event {
     int direction = 0; // GameCamera::Direction
 };
 
-// A field that turns the hero's gravity. Read and kept only: the fields themselves come with the gravity
-// stages, and until then its activation changes nothing.
+// Turns the gravity of heroes inside its box, and shows where they fall to.
 class FieldEvent : public Event {
   public:
     static constexpr const char* name = "Field";
     FieldEvent(EventList& owner, Zelkor::TokenReader& reader);
+    void activate() override;
+    void reset() override;
+    void update(float time, float dt) override;
     const char* keyword() const override { return name; }
 
     EventBox box;
-    int fieldType = 0;
+    int fieldType = 0; // 0 falls down, 1 up, 2 to the left, 3 to the right; nothing else acts
+
+  private:
+    void stream(float time);
+
+    Zelkor::SpriteLists::Handle sprite_; // covers the box while the field acts
+    std::vector<Thingy*> heroes_;        // scratch of one update
 };

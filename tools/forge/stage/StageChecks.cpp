@@ -51,13 +51,23 @@ bool has(const Stage& stage, const std::string& keyword) {
                        [&](const StageEvent& event) { return event.keyword == keyword; });
 }
 
+// He walks in, or is there in flight as soon as the stage starts.
+bool hasHero(const Stage& stage) {
+    const bool flies = std::any_of(stage.startup.begin(), stage.startup.end(), [&](const NamedTarget& target) {
+        const StageEvent& event = stage.events[static_cast<std::size_t>(stage.eventIndex(target.name))];
+        return event.keyword == "SpawnThingy" && event.actor == "PlayerRocket";
+    });
+    return flies || has(stage, "SpawnPlayer");
+}
+
 } // namespace
 
 void checkStage(const Stage& stage, const StageGrid& grid) {
     checkTargets(stage, stage.startup);
     for (const StageEvent& event : stage.events)
         checkTargets(stage, event.triggers);
-    if (!has(stage, "SpawnPlayer")) throw SourceError(stage.end, "the stage has no hero (SpawnPlayer)");
+    if (!hasHero(stage))
+        throw SourceError(stage.end, "the stage has no hero (SpawnPlayer, or a PlayerRocket that the start sets off)");
     if (!has(stage, "CameraBounds")) throw SourceError(stage.end, "the stage has no camera area");
     const std::vector<bool> ending = eventsLeadingToEnd(stage);
     if (std::find(ending.begin(), ending.end(), true) == ending.end())
