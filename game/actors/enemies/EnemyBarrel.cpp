@@ -1,6 +1,7 @@
 // A barrel of powder that rolls over whoever stands in its way and goes off at the first knock.
 #include "actors/ThingyManager.h"
 #include "actors/enemies/Enemy.h"
+#include "actors/enemies/LostWatch.h"
 #include "actors/enemies/Walking.h"
 #include "game/Game.h"
 #include "game/GameCamera.h"
@@ -22,7 +23,6 @@ constexpr struct {
     float bridgeReach = 12, bridgeForce = 1;
     Vec3 blast{5, 5, 10};
     float shake = 0.6f, shakeDecay = 2;
-    float lost = 2.7f; // screen distance at which it is given up
 } barrel;
 
 class EnemyBarrel : public Enemy {
@@ -43,7 +43,7 @@ class EnemyBarrel : public Enemy {
         const Box box = boxAround(position(), barrel.touchBelow, barrel.touchAbove);
         touchHero(box);
         if (touchesEnemy(box)) explode();
-        if (screenDistance() > barrel.lost) removeMe = true;
+        if (watch_.lost(screenDistance(), velocity.y <= -barrel.fastestFall)) removeMe = true;
         updateFlash(time, dt);
     }
 
@@ -67,7 +67,8 @@ class EnemyBarrel : public Enemy {
         standOnTiles(*this, 0);
         unit->position.y += barrel.radius;
         const float side = velocity.x < 0 ? -1.0f : 1.0f;
-        if (velocity.x != 0 && groundAt(position() + Vec3{side * barrel.radius, 0, 0})) velocity.x *= barrel.bounce;
+        if (velocity.x != 0 && groundAt(position() + Vec3{side * barrel.radius, 0, 0}))
+            velocity.x *= barrel.bounce;
         angle_ += barrel.roll * velocity.x * dt;
         unit->orientation = quatFromAxisAngle(angle_, {0, 0, 1});
     }
@@ -101,6 +102,7 @@ class EnemyBarrel : public Enemy {
     }
 
     float angle_ = 0; // radians
+    LostWatch watch_;
 };
 
 const SpawnRow row{33, createActor<EnemyBarrel>};

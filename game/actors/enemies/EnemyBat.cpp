@@ -59,12 +59,15 @@ class EnemyBat : public Enemy {
     void steer(const Vec3& target, float dt) {
         Vec3 way = target - position();
         way.z = 0;
-        if (normalize(way) > bat.closeEnough) velocity = velocity * (1 - bat.drag * dt) + way * (bat.steering * dt);
+        if (normalize(way) > bat.closeEnough)
+            velocity = velocity * (1 - bat.drag * dt) + way * (bat.steering * dt);
     }
 
     void avoidCells() {
-        if (solidAt(position() + Vec3{velocity.x < 0 ? -bat.feeler : bat.feeler, 0, 0})) velocity.x *= bat.bounce;
-        if (solidAt(position() + Vec3{0, velocity.y < 0 ? -bat.feeler : bat.feeler, 0})) velocity.y *= bat.bounce;
+        if (solidAt(position() + Vec3{velocity.x < 0 ? -bat.feeler : bat.feeler, 0, 0}))
+            velocity.x *= bat.bounce;
+        if (solidAt(position() + Vec3{0, velocity.y < 0 ? -bat.feeler : bat.feeler, 0}))
+            velocity.y *= bat.bounce;
     }
 
     bool awake_ = false;

@@ -34,12 +34,16 @@ class EnemyBunny : public Enemy {
         fall(*this, bunny.gravity, bunny.fastestFall, dt);
         const bool grounded = standOnTiles(*this, bunny.feet);
         switch (state_) {
-        case waiting: waitForHero(); break;
+        case waiting:
+            waitForHero();
+            break;
         case pausing:
             pause_ -= dt;
             if (grounded && pause_ <= 0) hop();
             break;
-        case hopping: fly(grounded); break;
+        case hopping:
+            fly(grounded);
+            break;
         }
         touchHero(boxAround(position(), bunny.touchBelow, bunny.touchAbove));
         turn(dt);

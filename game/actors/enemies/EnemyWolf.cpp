@@ -18,15 +18,15 @@ constexpr struct {
     float health = 2;
     float speed = 80, acceleration = 160;
     float gravity = 300, fastestFall = 300;
-    float nearEnd = 10; // of its floor
+    float nearEnd = 10;                                      // of its floor
     Vec3 behindNear{10, -200, -40}, behindFar{910, 200, 40}; // from its feet, against its facing
-    float seen = 1.1f;       // screen distance
-    float narrowFloor = 21;  // no use in turning on a floor this short
-    float ahead = 15, aheadHeight = 4; // the cell a jump is for
-    int columns = 4, ledges = 4, steps = 3; // how far ahead and how high it tries
+    float seen = 1.1f;                                       // screen distance
+    float narrowFloor = 21;                                  // no use in turning on a floor this short
+    float ahead = 15, aheadHeight = 4;                       // the cell a jump is for
+    int columns = 4, ledges = 4, steps = 3;                  // how far ahead and how high it tries
     float leastRise = 70;
-    float margin = 5; // above a ledge
-    float hopSpeed = 56, hopRise = 60; // down
+    float margin = 5;                    // above a ledge
+    float hopSpeed = 56, hopRise = 60;   // down
     int hopNearest = 2, hopFarthest = 5; // cells below its feet
     float climbSpeed = 48;
     float jumpPause = 0.1f, landPause = 0.06f; // seconds
@@ -57,9 +57,15 @@ class EnemyWolf : public Enemy {
         if (screenDistance() < wolf.seen) seen_ = true;
         pause_ -= dt;
         switch (state_) {
-        case running: run(dt); break;
-        case inAir: fly(dt); break;
-        case dying: tumble(dt); break;
+        case running:
+            run(dt);
+            break;
+        case inAir:
+            fly(dt);
+            break;
+        case dying:
+            tumble(dt);
+            break;
         }
         if (state_ != dying) {
             touchHero(boxAround(position(), wolf.touchBelow, wolf.touchAbove));
@@ -136,7 +142,8 @@ class EnemyWolf : public Enemy {
         for (int column = 1; column <= wolf.columns; ++column) {
             if (!solid(column, -1)) continue;
             for (int ledge = 1; ledge <= wolf.ledges; ++ledge)
-                if (!solid(column, ledge - 1) && !solid(column - 1, ledge - 1)) return leapOnto(column, ledge);
+                if (!solid(column, ledge - 1) && !solid(column - 1, ledge - 1))
+                    return leapOnto(column, ledge);
         }
         for (int column = 1; column <= wolf.columns; ++column)
             for (int below = wolf.hopNearest; below <= wolf.hopFarthest; ++below)
@@ -147,7 +154,8 @@ class EnemyWolf : public Enemy {
     Vec3 leapOnto(int column, int ledge) const {
         const float columns = static_cast<float>(column), height = tileSize * static_cast<float>(ledge);
         Vec3 jump{wolf.speed * side(),
-                  std::max(0.5f * wolf.gravity * (columns + 1.5f) * tileSize / wolf.speed, wolf.leastRise), 0};
+                  std::max(0.5f * wolf.gravity * (columns + 1.5f) * tileSize / wolf.speed, wolf.leastRise),
+                  0};
         const float rising = squareRoot(2 * (height - wolf.margin) / wolf.gravity); // seconds up to the ledge
         if (jump.y < wolf.gravity * rising) {
             jump.y = wolf.gravity * rising;
@@ -196,9 +204,9 @@ class EnemyWolf : public Enemy {
     void tumble(float dt) {
         fall(*this, wolf.gravity, wolf.fastestFall, dt);
         Quat spun;
-        unit->orientation =
-            quatMultiply(spun, quatFromAxisAngle(-wolf.deathSpin * dt * (velocity.x < 0 ? -1.0f : 1.0f), {0, 0, 1}),
-                         unit->orientation);
+        unit->orientation = quatMultiply(
+            spun, quatFromAxisAngle(-wolf.deathSpin * dt * (velocity.x < 0 ? -1.0f : 1.0f), {0, 0, 1}),
+            unit->orientation);
         if (!solidAt(position()) && screenDistance() <= wolf.gone) return;
         startEffect("animal_death", position());
         leave();

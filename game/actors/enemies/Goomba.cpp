@@ -10,8 +10,8 @@ namespace {
 constexpr struct {
     float speed = 20, acceleration = 40; // units per second, and per second squared
     float gravity = 200, fastestFall = 150;
-    float feet = 3;                         // from the middle
-    float wallReach = 4, wallHeight = 4;    // of the feeler that finds walls
+    float feet = 3;                      // from the middle
+    float wallReach = 4, wallHeight = 4; // of the feeler that finds walls
     Vec3 touchBelow{-3, 0, -14}, touchAbove{3, 6, 14};
     Vec3 bodyBelow{-4, 0, -14}, bodyAbove{4, 9, 14};
 } walker;

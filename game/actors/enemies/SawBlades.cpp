@@ -60,9 +60,11 @@ class EnemySawBlade : public Blade {
 
 class EnemySawBladePath : public Blade {
   public:
-    explicit EnemySawBladePath(Unit& ownUnit) : Blade(ownUnit), rail_(Game::get().tileGrid(), ownUnit.position) {
+    explicit EnemySawBladePath(Unit& ownUnit)
+        : Blade(ownUnit), rail_(Game::get().tileGrid(), ownUnit.position) {
         for (float way = 0; way <= rail_.length(); way += saw.searchStep)
-            if (distance(rail_.at(way), ownUnit.position) < distance(rail_.at(way_), ownUnit.position)) way_ = way;
+            if (distance(rail_.at(way), ownUnit.position) < distance(rail_.at(way_), ownUnit.position))
+                way_ = way;
         ownUnit.position = rail_.at(way_);
     }
 

@@ -18,10 +18,10 @@ constexpr struct {
     float health = 2;
     float firstVolley = 2, interval = 3; // seconds
     float shortestInterval = 0.25f;
-    float warning = 1; // seconds before a volley at which it begins to rise
-    float rise = 3.5f, riseRate = 2;     // units, and how often in a second it could rise and sink
-    float onScreen = 1.2f;               // screen distance
-    float holes = 5.4f, mouth = 6;       // of the sunken pot, above the wall; of a mouth, from their middle
+    float warning = 1;               // seconds before a volley at which it begins to rise
+    float rise = 3.5f, riseRate = 2; // units, and how often in a second it could rise and sink
+    float onScreen = 1.2f;           // screen distance
+    float holes = 5.4f, mouth = 6;   // of the sunken pot, above the wall; of a mouth, from their middle
     float touchHalf = 4, touchHeight = 6;
     float bodyHalf = 5, bodyHeight = 8.5f;
 } turret;

@@ -16,11 +16,11 @@ using namespace Zelkor;
 namespace {
 
 constexpr struct {
-    float bladeSpeed = 20;  // radians per second
-    float strength = 25;    // units per second that it carries the hero
-    float reach = 60;       // of the wind; also the length of the unit "wind"
-    float fullUntil = 0.9f; // of the reach: no weaker up to here,
-    float fade = 0.05f;     // and nothing left after so much more of it
+    float bladeSpeed = 20;         // radians per second
+    float strength = 25;           // units per second that it carries the hero
+    float reach = 60;              // of the wind; also the length of the unit "wind"
+    float fullUntil = 0.9f;        // of the reach: no weaker up to here,
+    float fade = 0.05f;            // and nothing left after so much more of it
     float below = -16, above = 10; // of the wind box, from the fan's middle; the hero's feet are in it
 } fan;
 
