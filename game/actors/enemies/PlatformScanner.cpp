@@ -42,7 +42,7 @@ class PlatformScanner : public Enemy {
     int onHit(const Attack& attack) override { return hitBox().overlaps(attack) ? 1 : 0; }
 
     void setParameter(int index, float value) override {
-        if (index == 0) speed_ = clamp(value, 0, tileSize / dtMost);
+        if (index == 0) speed_ = clamp(value, 0, fastest);
     }
 
     void update(float time, float dt) override {
@@ -56,7 +56,8 @@ class PlatformScanner : public Enemy {
     Box hitBox() const override { return boxAround(position(), -scanner.body, scanner.body); }
 
   private:
-    static constexpr float dtMost = 1.0f / 30; // seconds: no step is longer
+    static constexpr float fastest = 200; // units per second
+    static constexpr int mostCorners = 4; // in one step: walled in on all sides it stays
 
     static bool holds(const Vec3& point) {
         const TileGrid* grid = Game::get().tileGrid();
@@ -67,18 +68,22 @@ class PlatformScanner : public Enemy {
 
     // From middle to middle of the cells along the surface; it turns only there.
     void crawl(float dt) {
-        if (way_ == 0 && holds(position() + ahead() * tileSize)) {
-            up_ = -ahead(); // into the corner, up what is in the way; the floor lies behind it now
-            velocity = {};
-            return;
+        int corners = 0;
+        for (float rest = speed_ * dt; rest > 0 && corners < mostCorners;) {
+            velocity = ahead() * speed_;
+            if (way_ == 0 && holds(position() + ahead() * tileSize)) {
+                up_ = -ahead(); // up what is in the way
+                ++corners;
+                continue;
+            }
+            const float left = tileSize - way_;
+            const bool arrives = rest >= left;
+            const float step = arrives ? left : rest;
+            unit->position += ahead() * step;
+            way_ = arrives ? 0 : way_ + step;
+            rest -= step;
+            if (arrives && !holds(position() - up_ * tileSize)) up_ = ahead(); // around what it clung to
         }
-        const float step = std::fmin(speed_ * dt, tileSize - way_);
-        velocity = ahead() * speed_;
-        unit->position += ahead() * step;
-        way_ += step;
-        if (way_ < tileSize) return;
-        way_ = 0;
-        if (!holds(position() - up_ * tileSize)) up_ = ahead(); // around the corner
     }
 
     Quat upright() const {

@@ -28,13 +28,13 @@ bool contains(const std::vector<Vec3>& points, const Vec3& point) {
 }
 
 bool findRail(const TileGrid& grid, Vec3& place) {
-    const Vec3 middle = grid.cellCentre(place);
+    const Vec3 wanted = place, middle = grid.cellCentre(place);
     float nearest = INFINITY;
     for (int row = -searchCells; row <= searchCells; ++row)
         for (int column = -searchCells; column <= searchCells; ++column) {
             const Vec3 cell = middle + tileSize * Vec3{static_cast<float>(column), static_cast<float>(row), 0};
-            if (!isRail(grid, cell) || distance(cell, place) >= nearest) continue;
-            nearest = distance(cell, place);
+            if (!isRail(grid, cell) || distance(cell, wanted) >= nearest) continue;
+            nearest = distance(cell, wanted);
             place = cell;
         }
     return nearest < INFINITY;
