@@ -4,6 +4,7 @@
 #include "actors/player/Player.h"
 #include "game/WorldTest.h"
 
+#include <algorithm>
 #include <cmath>
 
 using namespace Zelkor;
@@ -23,22 +24,21 @@ Attack attackAt(const Vec3& point, float damage = 1, float half = 0.5f) {
 
 class CrittersTest : public WorldTest {
   protected:
-    using Rows = std::vector<std::string>;
-
-    void stage(const Rows& rows, const std::string& events = "") {
+    void stage(const std::string& rows, const std::string& events = "") {
         writeData("units/tiles/tiles6/tiledef.txt", "bridge type 257 ;");
         writeData("units/tiles/tiles1/tiledef.txt", "platformrails type 8 ;");
-        std::string text = "0 0 " + std::to_string(rows[0].size()) + " " + std::to_string(rows.size());
-        for (std::size_t row = 0; row < rows.size(); ++row)
-            for (std::size_t column = 0; column < rows[row].size(); ++column) {
-                const char tile = rows[row][column];
-                if (tile == '.') continue;
-                text += tile == '#'   ? " wall "
-                        : tile == '=' ? " tiles/tiles6/bridge "
-                                      : " tiles/tiles1/platformrails ";
-                text +=
-                    std::to_string(10 * column) + " " + std::to_string(10 * (rows.size() - 1 - row)) + " 0";
-            }
+        const auto height = std::count(rows.begin(), rows.end(), '/');
+        std::string text = "0 0 12 " + std::to_string(height + 1);
+        std::size_t column = 0, row = static_cast<std::size_t>(height);
+        for (const char tile : rows) {
+            const char* name = tile == '#'   ? "wall"
+                               : tile == '=' ? "tiles/tiles6/bridge"
+                                             : "tiles/tiles1/platformrails";
+            const std::string place = std::to_string(10 * column) + " " + std::to_string(10 * row) + " 0";
+            if (tile != '.' && tile != '/') text += std::string(" ") + name + " " + place;
+            column = tile == '/' ? 0 : column + 1;
+            row -= tile == '/';
+        }
         startStage(text + " ", events);
         lookAt({50, 0, 180});
     }
@@ -64,7 +64,7 @@ class CrittersTest : public WorldTest {
     bool alive(const Thingy& actor) { return game->thingyManager->contains(GROUP_ENEMIES, &actor); }
 
     const Quat left = facingRotation(-1);
-    const Rows flat{"............", "............", "............", "############"};
+    const char* flat = "############";
 };
 
 } // namespace
@@ -74,16 +74,9 @@ TEST_F(CrittersTest, DieOfEnoughHitsLeaveLootAndTellTheirEvent) {
         int type, hits;
         bool loot;
     };
-    for (const auto& [type, hits, loot] : {Case{13, 3, true},
-                                           {30, 1, true},
-                                           {35, 1, false},
-                                           {44, 1, false},
-                                           {31, 2, false},
-                                           {6, 2, true},
-                                           {33, 1, false},
-                                           {9, 2, true},
-                                           {19, 3, true},
-                                           {29, 3, false}}) {
+    const Case cases[] = {{13, 3, true}, {30, 1, true},  {35, 1, false}, {44, 1, false}, {31, 2, false},
+                          {6, 2, true},  {33, 1, false}, {9, 2, true},   {19, 3, true},  {29, 3, false}};
+    for (const auto& [type, hits, loot] : cases) {
         SCOPED_TRACE(type);
         stage(flat, "SpawnThingy{ pos 50 20 0 rot 0 0 1 0 mesh none type " + std::to_string(type) +
                         " triggers 1 1 } SpawnThingy{ pos 0 0 0 rot 0 0 1 0 mesh none type 184 }");
@@ -104,7 +97,7 @@ TEST_F(CrittersTest, DieOfEnoughHitsLeaveLootAndTellTheirEvent) {
 }
 
 TEST_F(CrittersTest, WalkersFallWalkAndStandForAFrameWhereTheyTurn) {
-    stage({"............", "............", "#..........#", "############"});
+    stage("............/............/#..........#/############");
     for (const int type : {13, 30}) {
         Enemy& walker = enemy(type, {60, 80, 0}, {}, left);
         EXPECT_EQ(walker.facing, -1);
@@ -130,7 +123,7 @@ TEST_F(CrittersTest, WalkersFallWalkAndStandForAFrameWhereTheyTurn) {
 }
 
 TEST_F(CrittersTest, TheBatWakesSteersAndKeepsOutOfCells) {
-    stage({"############", "............", "............", "....##......", "....##......", "############"});
+    stage("############/............/............/....##....../....##....../############");
     TestActor& hero = spawn(GROUP_PLAYER, {-60.5f, 40, 0});
     Enemy& bat = enemy(35, {20, 40, 0});
     step(10);
@@ -155,8 +148,7 @@ TEST_F(CrittersTest, TheBatWakesSteersAndKeepsOutOfCells) {
 }
 
 TEST_F(CrittersTest, TheBunnyHopsByItsNumbers) {
-    stage({"...............", "#..............", "#..............", "#..............", "#..............",
-           "###############"});
+    stage(".............../#............../#............../#............../#............../###############");
     Enemy& bunny = enemy(44, {45, 5, 0});
     TestActor& hero = spawn(GROUP_PLAYER, {-43, 5, 0});
     step(30);
@@ -179,66 +171,35 @@ TEST_F(CrittersTest, TheBunnyHopsByItsNumbers) {
 }
 
 TEST_F(CrittersTest, TheWolfLeapsClimbsHopsDownOrTurns) {
-    const Rows gap2{"............", "............", "............", "######..####"};
-    const Rows wall4{"......#.....", "......#.....", "......#.....", "......#.....", "############"};
     struct Case {
         const char* what;
-        Rows rows;
+        const char* rows;
         float cameraX, heroX; // heroX 0: none
         Vec3 jump;            // none: it stands
         int facing;           // afterwards
     };
+    const char* wall4 = "......#/......#/......#/......#/############";
     const float rise25 = 300 * std::sqrt(2 * 25 / 300.0f), rise15 = 300 * std::sqrt(2 * 15 / 300.0f);
     const Case cases[] = {
-        {"gap of two", gap2, 50, 0, {80, 0.5f * 300 * 4.5f * 10 / 80, 0}, 1},
-        {"gap of one",
-         {"............", "............", "............", "######.#####"},
-         50,
-         0,
-         {80, 70, 0},
-         1},
-        {"ledge two higher",
-         {"............", "............", ".......#####", ".......#####", "######.#####"},
-         50,
-         0,
-         {20 / (rise25 / 300), rise25, 0},
-         1},
-        {"down", {"######......", "............", "............", "############"}, 50, 0, {56, 60, 0}, 1},
-        {"step",
-         {"............", "............", "............", "......######", "############"},
-         50,
-         0,
-         {48, rise15, 0},
-         1},
-        {"two steps",
-         {"............", "............", "......######", "......######", "############"},
-         50,
-         0,
-         {48, rise25, 0},
-         1},
-        {"under a roof",
-         {"............", "...####.....", "......#.....", "......#.....", "############"},
-         50,
-         0,
-         {},
-         -1},
+        {"gap of two", "######..####", 50, 0, {80, 0.5f * 300 * 4.5f * 10 / 80, 0}, 1},
+        {"gap of one", "######.#####", 50, 0, {80, 70, 0}, 1},
+        {"two up", ".......#####/.......#####/######.#####", 50, 0, {20 / (rise25 / 300), rise25, 0}, 1},
+        {"down", "######......///############", 50, 0, {56, 60, 0}, 1},
+        {"step", "......######/############", 50, 0, {48, rise15, 0}, 1},
+        {"two steps", "......######/......######/############", 50, 0, {48, rise25, 0}, 1},
+        {"under a roof", "...####...../......#...../......#...../############", 50, 0, {}, -1},
         {"wall", wall4, 50, 0, {}, -1},
         {"wall, never seen", wall4, 900, 0, {}, 1},
-        {"narrow floor", {"............", "............", "............", "....##......"}, 50, 0, {}, 1},
-        {"hero behind", gap2, 50, 12, {}, -1},
-        {"hero behind, narrow",
-         {"............", "............", "............", "....##......"},
-         50,
-         12,
-         {},
-         -1},
+        {"narrow floor", "....##......", 50, 0, {}, 1},
+        {"hero behind", "######..####", 50, 12, {}, -1},
+        {"hero behind, narrow", "....##......", 50, 12, {}, -1},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
         stage(c.rows);
         lookAt({c.cameraX, 0, 180});
         if (c.heroX > 0) spawn(GROUP_PLAYER, {c.heroX, 5, 0});
-        const bool high = c.rows[0][0] == '#';
+        const bool high = std::string(c.what) == "down";
         Enemy& wolf = enemy(31, {45, high ? 35.0f : 5.0f, 0});
         const int steps = stepsUntil([&] { return wolf.velocity.y > 0 || wolf.facing < 0; });
         EXPECT_EQ(steps > 0, c.jump.y > 0 || c.facing < 0);
@@ -280,7 +241,7 @@ TEST_F(CrittersTest, TurretsShootFiveWaysOnTimeAndOnScreen) {
 }
 
 TEST_F(CrittersTest, BarrelsRollAndBlowUpBridgesAndEachOther) {
-    stage({"....................", "....................", "....................", "#####===========####"});
+    stage("..................../..................../..................../#####===========####");
     writeMesh("keg", {-5, -5, -4}, {5, 5, 4}, {});
     Enemy& still = enemy(33, {100, 10, 0}, {{0, 0}});
     TestActor& hero = spawn(GROUP_PLAYER, {104.5f, 10, 0});
@@ -318,8 +279,7 @@ TEST_F(CrittersTest, BarrelsRollAndBlowUpBridgesAndEachOther) {
 }
 
 TEST_F(CrittersTest, SawsFollowTheirPathsAndStopShots) {
-    stage({"............", "..-----.....", "..-...-.....", "..-----.....", "............", "...----.....",
-           "............"});
+    stage("............/..-----...../..-...-...../..-----...../............/...----...../............");
     TestActor& hero = spawn(GROUP_PLAYER, {22, 80, 0});
     Enemy& saw = enemy(24, {0, 80, 0}, {{0, 50}, {1, 4}, {3, 0}});
     step(60); // half way out
@@ -351,21 +311,14 @@ TEST_F(CrittersTest, TheFanFadesOverTheLastTenthOfItsReach) {
     auto& hero = dynamic_cast<Player&>(*game->thingyManager->spawn(SpawnType::player, "none", {}));
     for (const float side : {1.0f, -1.0f}) {
         Enemy& fan = enemy(17, {50, 15, 0}, {{0, 100}}, facingRotation(side));
-        struct Case {
-            Vec3 from; // the hero's feet from the fan, downwind
-            float strength;
-        };
-        for (const auto& [from, strength] : {Case{{10, -10, 0}, 25},
-                                             {{90, -10, 0}, 25},
-                                             {{92.5f, -10, 0}, 12.5f},
-                                             {{95, -10, 0}, 0},
-                                             {{-1, -10, 0}, 0},
-                                             {{50, 11, 0}, 0},
-                                             {{50, -17, 0}, 0}}) {
-            hero.unit->position = fan.position() + Vec3{from.x * side, from.y, 0};
+        // The hero's feet from the fan, downwind and upwards, and what carries him.
+        const Vec3 cases[] = {{10, -10, 25}, {90, -10, 25}, {92.5f, -10, 12.5f}, {95, -10, 0},
+                              {-1, -10, 0},  {50, 11, 0},   {50, -17, 0}};
+        for (const auto& [along, above, strength] : cases) {
+            hero.unit->position = fan.position() + Vec3{along * side, above, 0};
             hero.carryVelocity = {};
             fan.update(0, 0.016f);
-            EXPECT_NEAR(hero.carryVelocity.x, strength * side, 1e-2f) << from.x;
+            EXPECT_NEAR(hero.carryVelocity.x, strength * side, 1e-2f) << along;
         }
         EXPECT_EQ(fan.onHit(attackAt(fan.position())), 0);
         fan.removeMe = true;
@@ -374,7 +327,7 @@ TEST_F(CrittersTest, TheFanFadesOverTheLastTenthOfItsReach) {
 }
 
 TEST_F(CrittersTest, MachinesKeepTheirTimes) {
-    stage({"............", "............", "...###......", "............", "............", "............"});
+    stage("............/............/...###....../............/............/............");
     // A gun that is upright for its first shot: a shot up and one down, 10 from the middle.
     Enemy& gun = enemy(19, {50, 30, 0});
     EXPECT_NEAR(stepsUntil([&] { return !actors(GROUP_BULLETS).empty(); }), 1.7f * second, 1);
@@ -411,7 +364,7 @@ TEST_F(CrittersTest, MachinesKeepTheirTimes) {
 }
 
 TEST_F(CrittersTest, WhatFliesDriftsWavesAndBursts) {
-    stage({"........#...", "........#...", "........#...", "........#...", "........#..."});
+    stage("........#.../........#.../........#.../........#.../........#...");
     Enemy& lamp = enemy(9, {110, 20, 0}, {{0, 40}, {1, 15}, {2, pi}}, left);
     step(30);
     EXPECT_NEAR(lamp.position().x, 90, 0.1f);
@@ -422,16 +375,12 @@ TEST_F(CrittersTest, WhatFliesDriftsWavesAndBursts) {
     step(30);
     EXPECT_NEAR(lamp.position().z, 4, 1);
     lamp.removeMe = true;
-    struct Case {
-        float size;
-        Vec3 at;
-        int result;
-    };
-    for (const Case& c :
-         {Case{2, {10.4f, 0, 0}, 1}, {2, {10.6f, 0, 0}, 0}, {1, {4, 4, 0}, 1}, {1, {4.3f, 4.3f, 0}, 0}}) {
-        Enemy& rock = enemy(29, {20, 20, 0}, {{0, c.size}, {1, 0}});
-        EXPECT_EQ(rock.health, c.size > 1 ? 3 : 2);
-        EXPECT_EQ(rock.onHit(attackAt(rock.position() + c.at)), c.result) << c.at.x;
+    const Vec4 hits[] = {
+        {2, 10.4f, 0, 1}, {2, 10.6f, 0, 0}, {1, 4, 4, 1}, {1, 4.3f, 4.3f, 0}}; // size, where, result
+    for (const auto& [size, x, y, result] : hits) {
+        Enemy& rock = enemy(29, {20, 20, 0}, {{0, size}, {1, 0}});
+        EXPECT_EQ(rock.health, size > 1 ? 3 : 2);
+        EXPECT_EQ(rock.onHit(attackAt(rock.position() + Vec3{x, y, 0})), static_cast<int>(result)) << x;
         rock.removeMe = true;
     }
     Enemy& rock = enemy(29, {20, 20, 0}, {{0, 1}, {1, 60}, {2, 0}});
