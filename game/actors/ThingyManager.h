@@ -34,7 +34,10 @@ std::unique_ptr<Thingy> createActor(Zelkor::Unit& unit) {
 namespace SpawnType {
 inline constexpr int player = 1;
 inline constexpr int bullet = 2;
+inline constexpr int bomb = 5;
+inline constexpr int bandit1 = 20;
 inline constexpr int rocketPlayer = 27;
+inline constexpr int carrierBird = 36;
 inline constexpr int movingLadder = 38;
 inline constexpr int minecart = 41;
 inline constexpr int rail = 42;

@@ -13,8 +13,8 @@ constexpr float barrelHeight = 0.5f; // share of the gun above the hand
 
 } // namespace
 
-HeldGun::HeldGun(Unit& holder, const std::string& meshName) : holder_(holder) {
-    if (holder.skeleton) joint_ = holder.skeleton->findJoint(rightHand);
+HeldGun::HeldGun(Unit& holder, const std::string& meshName, const char* joint) : holder_(holder) {
+    if (holder.skeleton) joint_ = holder.skeleton->findJoint(joint);
     const EngineManagers* managers = engineManagers();
     if (joint_ < 0 || !managers || !managers->unitManager) return;
     unit_ = managers->unitManager->createUnit(meshName);

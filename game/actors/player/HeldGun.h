@@ -19,7 +19,7 @@ class HeldGun {
         "rig_JT_DRV_R_Elbow|rig_JT_DRV_R_Wrist|rig_JT_DRV_R_Hand";
 
     // Empty hands where the holder has no such joint, or where there are no units to be had.
-    HeldGun(Zelkor::Unit& holder, const std::string& meshName);
+    HeldGun(Zelkor::Unit& holder, const std::string& meshName, const char* joint = rightHand);
     ~HeldGun();
     HeldGun(const HeldGun&) = delete;
 
