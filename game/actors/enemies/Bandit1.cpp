@@ -84,7 +84,10 @@ void Bandit1::setMode(int newMode) {
     aimOffset = start->aim;
     step_ = 0;
     if (mode == dynamite) takeStick();
-    if (mode == run) startRun();
+    if (mode == run) {
+        faceHero(); // past whom he runs on, out of the screen
+        startRun();
+    }
     if (mode == fall) drop();
     if (mode == hang) startHanging();
 }

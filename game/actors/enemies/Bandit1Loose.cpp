@@ -30,6 +30,7 @@ constexpr float headHeight = 20, footDistance = 2;
 constexpr float hangPause = 1.2f;  // seconds between two shots
 constexpr float heroBelow = 15;    // and farther he shoots at him
 constexpr Vec3 heroChest{0, 9, 0}; // from his feet
+constexpr float inView = 1.1f;     // screen distance
 
 } // namespace
 
@@ -49,7 +50,6 @@ void Bandit1::startRun() {
 }
 
 void Bandit1::runStep(float dt) {
-    if (timer_ == 0 && shots_ == 0) faceHero();
     hurry(dt);
     timer_ += dt;
     const float x = screenPlace().x;
@@ -136,7 +136,7 @@ void Bandit1::hangStep(float dt) {
     if (timer_ > 0) return;
     timer_ = hangPause;
     const Thingy* hero = nearestHero();
-    if (!hero || position().y - hero->position().y <= heroBelow) return;
+    if (!hero || position().y - hero->position().y <= heroBelow || screenDistance() > inView) return;
     playOnce("hangfire");
     fireShotAt(hero->position() + heroChest);
 }

@@ -9,6 +9,7 @@
 #include "game/GameCamera.h"
 #include "resources/Unit.h"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -130,6 +131,30 @@ void Enemy::makeAdditive(const std::string& clip) {
     if (!animation) return;
     animation->additive = true;
     animation->layer = additiveLayer;
+}
+
+void Enemy::playOnly(const std::string& clip, const std::vector<std::string>& names, int layer) {
+    Animation* played = unit->skeleton ? unit->skeleton->animation(clip) : nullptr;
+    if (!played) return;
+    const auto& paths = unit->skeleton->data->jointNames;
+    for (std::size_t joint = 0; joint < paths.size(); ++joint)
+        played->jointMask[joint] = std::none_of(names.begin(), names.end(), [&](const std::string& name) {
+            return paths[joint].find(name) != std::string::npos;
+        });
+    played->layer = layer;
+    unit->skeleton->play(clip);
+}
+
+void Enemy::shiftJoint(const std::string& name, const Vec3& offset) {
+    const int joint = jointOf(*unit, name);
+    if (joint < 0) return;
+    auto& overrides = unit->skeleton->overrides;
+    auto shift = std::find_if(overrides.begin(), overrides.end(),
+                              [&](const JointOverride& known) { return known.joint == joint; });
+    if (shift == overrides.end()) shift = overrides.emplace(shift);
+    shift->joint = joint;
+    shift->offsetPosition = true;
+    shift->offset = offset;
 }
 
 Vec3 Enemy::jointPoint(const std::string& name, const Vec3& inJoint, const Vec3& fallback) const {

@@ -5,6 +5,7 @@
 #include "actors/Thingy.h"
 
 #include <string>
+#include <vector>
 
 namespace Zelkor {
 class Animation;
@@ -63,6 +64,12 @@ class Enemy : public Thingy {
     void chain(const std::string& clip, const std::string& next, float blend);
     // A clip that is added to whatever plays below it, once at each play.
     void makeAdditive(const std::string& clip);
+
+    // A clip that takes over the joints with these names and all that hangs on them, whatever plays
+    // elsewhere.
+    void playOnly(const std::string& clip, const std::vector<std::string>& joints, int layer);
+    // Draws a joint, and what hangs on it, beside where its rest would be.
+    void shiftJoint(const std::string& joint, const Zelkor::Vec3& offset);
 
     // A point in the frame of a joint, in the world; the unit's position plus the facing-turned fallback when
     // the unit has no such joint.

@@ -15,7 +15,7 @@ namespace {
 
 const SpawnRow row{SpawnType::minecart, createActor<Minecart>};
 
-constexpr float runSpeed = 100, acceleration = 100;
+constexpr float acceleration = 100;
 constexpr float slopeSpeed = 30; // lost uphill, gained downhill, at an upright rail
 constexpr float jumpSpeed = 85, jumpHoldTime = 0.35f;
 constexpr float jumpTilt = 0.15f;  // radians that a jump lifts the front by

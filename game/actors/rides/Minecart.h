@@ -22,7 +22,8 @@ class Minecart : public Thingy {
     bool stopped() const { return stopped_; }
     bool onRails() const { return onRails_; }
 
-    float tilt = 0; // radians, drawn
+    float tilt = 0;       // radians, drawn
+    float runSpeed = 100; // on level rails, to the right
 
   private:
     void runOnRails(float dt, bool jumpPressed);
