@@ -5,8 +5,6 @@
 #include "core/Random.h"
 #include "resources/Unit.h"
 
-#include <algorithm>
-
 using namespace Zelkor;
 
 namespace {
@@ -14,7 +12,7 @@ namespace {
 constexpr struct {
     float health = 3, smallHealth = 2;
     float smallSize = 1; // and below: smallHealth
-    float size = 1.5f, leastSize = 0.3f;
+    float size = 1.5f, leastSize = 0.3f, mostSize = 20;
     float radius = 5; // for a size of 1
     float speed = 30; // to the side it faces
     float touchInset = 1;
@@ -35,7 +33,7 @@ class EnemyAsteroid : public Enemy {
     }
 
     void setParameter(int index, float value) override {
-        if (index == 0) setSize(std::max(value, rock.leastSize));
+        if (index == 0) setSize(clamp(value, rock.leastSize, rock.mostSize));
         if (index == 1) velocity.x = value;
         if (index == 2) velocity.y = value;
     }

@@ -31,7 +31,8 @@ constexpr struct {
     float climbSpeed = 48;
     float jumpPause = 0.1f, landPause = 0.06f; // seconds
     float fallClipBelow = 30;
-    float landed = 0.4f; // of its speed is left
+    float restingClipSpeed = 0.15f; // of "run", where it has to stand
+    float landed = 0.4f;            // of its speed is left
     float jumpLoopSpeed = 0.9f, fallLoopSpeed = 0.5f, landSpeed = 0.9f;
     float feet = 3, nose = 4;
     Vec3 touchBelow{-3, 0, -14}, touchAbove{3, 6, 14};
@@ -103,6 +104,7 @@ class EnemyWolf : public Enemy {
         if (floor_.ahead(position().x, facing) < wolf.nearEnd) decideAtEnd();
         if (state_ == inAir) return;
         unit->position.x += velocity.x * dt;
+        setSpeed("run", std::max(absolute(velocity.x) / wolf.speed, wolf.restingClipSpeed));
         if (!solidAt(position() + Vec3{-wolf.feet, -1, 0}) && !solidAt(position() + Vec3{wolf.feet, -1, 0}))
             state_ = inAir; // the ground has gone
     }

@@ -43,7 +43,7 @@ class Turret : public Enemy {
         timer_ -= dt;
         risen_ = moveTowards(risen_, timer_ < turret.warning ? 1.0f : 0.0f, turret.riseRate * dt);
         if (timer_ <= 0) {
-            timer_ += interval_;
+            timer_ = std::max(timer_, -interval_) + interval_;
             if (screenDistance() < turret.onScreen) shootVolley();
         }
         placePot();

@@ -8,7 +8,6 @@
 #include "resources/Scene.h"
 #include "resources/Unit.h"
 
-#include <algorithm>
 #include <vector>
 
 using namespace Zelkor;
@@ -16,8 +15,9 @@ using namespace Zelkor;
 namespace {
 
 constexpr struct {
-    float bladeSpeed = 20;         // radians per second
-    float strength = 25;           // units per second that it carries the hero
+    float bladeSpeed = 20; // radians per second
+    float strength = 25;   // units per second that it carries the hero
+    float shortest = 1, longest = 500;
     float reach = 60;              // of the wind; also the length of the unit "wind"
     float fullUntil = 0.9f;        // of the reach: no weaker up to here,
     float fade = 0.05f;            // and nothing left after so much more of it
@@ -36,7 +36,7 @@ class WindFan : public Enemy {
 
     void setParameter(int index, float value) override {
         if (index != 0) return;
-        reach_ = std::max(value, 1.0f);
+        reach_ = clamp(value, fan.shortest, fan.longest);
         wind_->scale.x = reach_ / fan.reach;
     }
 

@@ -143,8 +143,7 @@ TEST_F(CrittersTest, TheBatWakesSteersAndKeepsOutOfCells) {
         step();
         ASSERT_FALSE(game->tileGrid()->tileAt(bat.position(), TileType::solid)) << i;
     }
-    hero.unit->position = {15, 25, 0};
-    EXPECT_GT(stepsUntil([&] { return hero.hits > 0; }), 0);
+    EXPECT_GT(hero.hits, 0); // it has found a way around
 }
 
 TEST_F(CrittersTest, TheBunnyHopsByItsNumbers) {
@@ -385,4 +384,17 @@ TEST_F(CrittersTest, WhatFliesDriftsWavesAndBursts) {
     }
     Enemy& rock = enemy(29, {20, 20, 0}, {{0, 1}, {1, 60}, {2, 0}});
     EXPECT_NEAR(stepsUntil([&] { return !alive(rock); }), (75 - 5 - 20) / 60.0f * second, 2);
+}
+
+TEST_F(CrittersTest, WildParametersDoNoHarm) {
+    stage("#.........--#/############");
+    spawn(GROUP_PLAYER, {50, 5, 0});
+    for (const float value : {std::nanf(""), INFINITY, -INFINITY, -1e30f, 1e30f, 0.0f}) {
+        for (const int type : {6, 9, 10, 14, 15, 16, 17, 19, 24, 29, 33, 47})
+            for (int index = -1; index < 6; ++index)
+                enemy(type, {60, 15, 0}, {{index, value}});
+        step(20);
+        EXPECT_LT(actors(GROUP_BULLETS).size(), 500u); // no endless volleys
+        game->thingyManager->clear();
+    }
 }
