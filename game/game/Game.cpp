@@ -54,7 +54,8 @@ constexpr const char* sharedMaterials[] = {"robot",   "ts1",    "train",  "props
 constexpr const char* sharedMeshes[] = {
     "bullet", "bomb1",  "bombfish", "pickups/cake1", "pickups/cake2", "tiles/tiles6/bridge_plank",
     "blood1", "blood2", "blood3",   "tiles/box",     "dynamite"};
-constexpr const char* sharedSprites[] = {"bullet", "sprites/homingbullet", "fireball", "sprites/elecbeam", "sprites/gravityfield"};
+constexpr const char* sharedSprites[] = {"bullet", "sprites/homingbullet", "fireball",
+                                         "sprites/elecbeam", "sprites/gravityfield"};
 constexpr const char* sharedEffects[] = {
     "turret_flash",   "bullet_hit",   "bomb1_explosion",   "animal_death", "bandit_death",  "boss1_shells",
     "main_gun_flash", "medusa_smoke", "robot1_wheel_dust", "rocket",       "trainbombflame"};
