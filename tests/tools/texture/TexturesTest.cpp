@@ -123,6 +123,39 @@ TEST_F(Textures, spritesArePaperAndInkOnNothing) {
     EXPECT_EQ(fault("sprite { puff lobes=2 }"), "t.texture:1:21: lobes is 3 to 400");
 }
 
+TEST_F(Textures, sheetsHaveUnitsColoursWashesAndLetters) {
+    const std::string sheet = "sprite size=80,40 wide=20 { shape points=[0,0 10,0 10,10 0,10] tint=1,.8,.4\n";
+    const auto texel = [](const Image& image, int x, int y) {
+        return std::vector<int>{image.at(x, y, 0), image.at(x, y, 1), image.at(x, y, 2), image.at(x, y, 3)};
+    };
+    const Image plain = draw(sheet + "}"), washed = draw(sheet + "wash points=[0,0 20,0 20,5 0,5] tint=.5,.5,1 }"),
+                hatched = draw(sheet + "hatch points=[2,2 6,2 6,6 2,6] gap=.4 width=.2 ink=.9 }"),
+                moved = draw("sprite size=80,40 wide=20 { move 10,0,0 { line path=[2,5 8,5] width=2 colour=1,0,0 } }"),
+                written = draw(sheet + "letters I height=6 at=5,2 file=/usr/share/fonts/truetype/klee/"
+                                       "KleeOne-SemiBold.ttf }");
+    ASSERT_EQ(plain.width, 80);
+    ASSERT_EQ(plain.height, 40);
+    EXPECT_EQ(texel(plain, 20, 20), (std::vector<int>{255, 204, 102, 255}));
+    EXPECT_EQ(texel(plain, 60, 20)[3], 0) << "the sheet runs from 0 to 20";
+    EXPECT_EQ(texel(washed, 20, 10), texel(plain, 20, 10));
+    EXPECT_LT(texel(washed, 20, 30)[0], 180) << "washed below, where y is small";
+    EXPECT_EQ(texel(washed, 20, 30)[2], 102) << "in the wash's own colour";
+    EXPECT_EQ(texel(washed, 60, 30)[3], 0) << "a wash needs paper";
+    int beside = 0, within = 0;
+    for (int y = 0; y < 40; ++y)
+        for (int x = 0; x < 40; ++x)
+            (x >= 8 && x < 24 && y >= 16 && y < 32 ? within : beside) += hatched.at(x, y) < 200;
+    EXPECT_EQ(beside, 0);
+    EXPECT_GT(within, 40);
+    EXPECT_GT(texel(moved, 60, 20)[0], 200);
+    EXPECT_LT(texel(moved, 60, 20)[1], 20);
+    EXPECT_EQ(texel(moved, 20, 20)[3], 0);
+    EXPECT_LT(texel(written, 20, 20)[0], 60) << "the stem of the letter";
+    EXPECT_EQ(texel(written, 8, 20), texel(plain, 8, 20));
+    EXPECT_EQ(fault("sprite size=80,40 { }"), "t.texture:1:13: a picture that is not square says wide=");
+    EXPECT_EQ(fault("sprite size=8.5 { }"), "t.texture:1:13: a size is 8 to 2048");
+}
+
 TEST_F(Textures, faultsAreToldAtTheirPlace) {
     EXPECT_EQ(fault("# nothing"), "t.texture:1:1: the texture has no generator");
     EXPECT_EQ(fault("paper\nwood"), "t.texture:2:1: a texture has one generator");

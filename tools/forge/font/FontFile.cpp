@@ -1,5 +1,7 @@
 #include "font/FontFile.h"
 
+#include <ft2build.h>
+#include FT_FREETYPE_H
 #include FT_OUTLINE_H
 
 #include <algorithm>
@@ -73,7 +75,7 @@ FontFile::~FontFile() {
     FT_Done_FreeType(library_);
 }
 
-FT_GlyphSlot FontFile::load(char letter, FT_Int32 flags) {
+FT_GlyphSlot FontFile::load(char letter, int flags) {
     const auto code = static_cast<FT_ULong>(letter == spaceLetter ? ' ' : static_cast<unsigned char>(letter));
     if (FT_Get_Char_Index(face_, code) == 0 || FT_Load_Char(face_, code, flags | FT_LOAD_NO_BITMAP))
         throw std::runtime_error(std::string("the outlines lack '") + letter + "'");

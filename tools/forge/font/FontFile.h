@@ -3,11 +3,12 @@
 
 #include "mesh/Outline.h"
 
-#include <ft2build.h>
-#include FT_FREETYPE_H
-
 #include <string>
 #include <vector>
+
+struct FT_LibraryRec_;
+struct FT_FaceRec_;
+struct FT_GlyphSlotRec_;
 
 namespace forge {
 
@@ -22,12 +23,12 @@ class FontFile {
     FontFile(const FontFile&) = delete;
 
     // flags: FT_LOAD_*. Throws std::runtime_error when the file lacks the letter.
-    FT_GlyphSlot load(char letter, FT_Int32 flags);
-    FT_Face face() const { return face_; }
+    FT_GlyphSlotRec_* load(char letter, int flags);
+    FT_FaceRec_* face() const { return face_; }
 
   private:
-    FT_Library library_ = nullptr;
-    FT_Face face_ = nullptr;
+    FT_LibraryRec_* library_ = nullptr;
+    FT_FaceRec_* face_ = nullptr;
 };
 
 // A line of text as closed outlines, those of holes among them. It stands on y = 0 and is centred about x = 0;

@@ -3,6 +3,8 @@
 #include "font/FontFile.h"
 #include "mesh/Noise.h"
 
+#include <ft2build.h>
+#include FT_FREETYPE_H
 #include FT_OUTLINE_H
 
 #include <algorithm>

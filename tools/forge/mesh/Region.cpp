@@ -36,6 +36,8 @@ using Temporary = std::unique_ptr<GEOSGeometry, Destroy>;
 
 // Outlines are kept to this grid, in units, so that corners made twice are the same corner.
 constexpr double grid = 1e-4;
+// A corner nearer than this to the line between its neighbours is none: triangles there would have no area.
+constexpr float flatness = 1e-3f;
 
 GEOSGeometry* checked(GEOSGeometry* geometry) {
     if (!geometry) throw std::runtime_error("this outline cannot be worked with");
@@ -53,6 +55,32 @@ Temporary polygonOf(const Outline& outline) {
     GEOSGeometry* ring = checked(GEOSGeom_createLinearRing_r(geos(), corners));
     const Temporary polygon(checked(GEOSGeom_createPolygon_r(geos(), ring, nullptr, 0)));
     return Temporary(checked(GEOSMakeValid_r(geos(), polygon.get())));
+}
+
+Outline withoutFlatCorners(Outline outline) {
+    for (std::size_t i = 0; outline.size() > 3 && i < outline.size();) {
+        const std::size_t n = outline.size();
+        const Vec2 &a = outline[(i + n - 1) % n], &b = outline[i], &c = outline[(i + 1) % n];
+        const float dx = c.x - a.x, dy = c.y - a.y;
+        if (std::fabs(dx * (b.y - a.y) - dy * (b.x - a.x)) > flatness * std::hypot(dx, dy) &&
+            std::hypot(b.x - a.x, b.y - a.y) > flatness) {
+            ++i;
+            continue;
+        }
+        outline.erase(outline.begin() + static_cast<std::ptrdiff_t>(i));
+        i -= std::min<std::size_t>(i, 1); // the one before has another neighbour now
+    }
+    return outline;
+}
+
+// What is thinner than a corner is wide.
+bool isSliver(const Outline& outline) {
+    float around = 0;
+    for (std::size_t i = 0; i < outline.size(); ++i) {
+        const Vec2 &a = outline[i], &b = outline[(i + 1) % outline.size()];
+        around += std::hypot(b.x - a.x, b.y - a.y);
+    }
+    return std::fabs(signedArea2(outline)) <= flatness * around;
 }
 
 Outline outlineOf(const GEOSGeometry* ring) {
@@ -110,8 +138,15 @@ Region Region::owned(GEOSGeom_t* result) {
     return Region(Geometry(checked(GEOSGeom_setPrecision_r(geos(), raw.get(), grid, 0)), Destroy()));
 }
 
+Region Region::tidied(GEOSGeom_t* result) {
+    std::vector<Outline> kept = owned(result).outlines();
+    std::erase_if(kept, isSliver);
+    return Region(kept);
+}
+
 Region::Region(const std::vector<Outline>& outlines) : Region() {
-    for (const Outline& outline : outlines) {
+    for (const Outline& given : outlines) {
+        const Outline outline = withoutFlatCorners(given);
         if (outline.size() < 3) continue;
         const Temporary polygon = polygonOf(outline);
         *this = owned(GEOSSymDifference_r(geos(), geometry.get(), polygon.get()));
@@ -129,7 +164,7 @@ double Region::area() const {
 }
 
 Region Region::joined(const Region& other) const {
-    return owned(GEOSUnion_r(geos(), geometry.get(), other.geometry.get()));
+    return tidied(GEOSUnion_r(geos(), geometry.get(), other.geometry.get()));
 }
 
 Region Region::without(const Region& other) const {
@@ -137,15 +172,15 @@ Region Region::without(const Region& other) const {
 }
 
 Region Region::within(const Region& other) const {
-    return owned(GEOSIntersection_r(geos(), geometry.get(), other.geometry.get()));
+    return tidied(GEOSIntersection_r(geos(), geometry.get(), other.geometry.get()));
 }
 
 Region Region::grown(float by) const {
     if (by == 0) return *this;
     constexpr int arcPieces = 8;
     constexpr double longestMitre = 3;
-    return owned(GEOSBufferWithStyle_r(geos(), geometry.get(), static_cast<double>(by), arcPieces,
-                                       GEOSBUF_CAP_FLAT, GEOSBUF_JOIN_MITRE, longestMitre));
+    return tidied(GEOSBufferWithStyle_r(geos(), geometry.get(), static_cast<double>(by), arcPieces,
+                                        GEOSBUF_CAP_FLAT, GEOSBUF_JOIN_MITRE, longestMitre));
 }
 
 std::vector<Outline> Region::outlines() const {
@@ -176,7 +211,8 @@ Surface Region::triangulated() const {
     return surface;
 }
 
-Surface cutoutSurface(const Region& region, float depth, float bevel) {
+Surface cutoutSurface(const Region& shape, float depth, float bevel) {
+    const Region region(shape.outlines());
     const float half = depth / 2, cut = std::clamp(bevel, 0.0f, depth * 0.9f), rim = half - cut;
     const Region face = cut > 0 ? region.grown(-cut) : region;
     Surface surface;

@@ -20,6 +20,7 @@ class Region {
     double area() const;
 
     Region joined(const Region& other) const;
+    // Keeps every corner of both outlines.
     Region without(const Region& other) const;
     Region within(const Region& other) const;
     // Every edge moved outwards by so much, inwards when negative; corners stay corners.
@@ -33,12 +34,14 @@ class Region {
   private:
     using Geometry = std::shared_ptr<const GEOSGeom_t>;
     explicit Region(Geometry shape) : geometry(std::move(shape)) {}
+    // Takes what an operation has made, on the grid; `tidied` also drops corners that are none.
     static Region owned(GEOSGeom_t* result);
+    static Region tidied(GEOSGeom_t* result);
 
     Geometry geometry;
 };
 
 // The region from -depth/2 to depth/2 along z, the rim of its front cut off by `bevel`; closed.
-Surface cutoutSurface(const Region& region, float depth, float bevel);
+Surface cutoutSurface(const Region& shape, float depth, float bevel);
 
 } // namespace forge

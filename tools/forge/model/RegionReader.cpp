@@ -73,12 +73,7 @@ class RegionReader {
             const int sides = args.integer("sides", 32);
             if (r.x <= 0 || r.y <= 0) args.fail("r", "radii are above 0");
             if (sides < 3 || sides > 128) args.fail("sides", "sides is 3 to 128");
-            Outline rim;
-            for (int i = 0; i < sides; ++i) {
-                const float angle = 2 * Zelkor::pi * static_cast<float>(i) / static_cast<float>(sides);
-                rim.push_back({r.x * std::cos(angle), r.y * std::sin(angle)});
-            }
-            add(args, {rim});
+            add(args, {ellipse({}, r, sides)});
         } else if (s.keyword == "stroke") {
             stroke(with("path width spline? steps"));
         } else if (s.keyword == "letters") {
@@ -99,23 +94,36 @@ class RegionReader {
     // A band about a path, as wide at each knot as it says there.
     void stroke(const Arguments& args) {
         const float width = args.number("width", 1);
-        Outline middle;
         std::vector<Vec3> rows; // x, y and width
         for (const std::vector<float>& knot : args.tuples("path", 3, width))
             rows.push_back({knot[0], knot[1], knot[2]});
         if (rows.size() < 2) args.fail("path", "a path needs two knots");
         if (args.flag("spline")) rows = splineThrough(rows, false, args.integer("steps", 8));
-        Outline left, right;
-        for (std::size_t i = 0; i < rows.size(); ++i) {
-            const Vec3 before = rows[i > 0 ? i - 1 : 0], after = rows[i + 1 < rows.size() ? i + 1 : i];
-            const float dx = after.x - before.x, dy = after.y - before.y, long_ = std::hypot(dx, dy);
-            const float half = rows[i].z / 2 / std::max(long_, 1e-6f);
-            left.push_back({rows[i].x - dy * half, rows[i].y + dx * half});
-            right.push_back({rows[i].x + dy * half, rows[i].y - dx * half});
+        // Piece by piece, for a band may cross itself. A curve turns its width along with it; a path with corners
+        // has its pieces' own ends, rounded off where they meet.
+        const bool curved = args.flag("spline");
+        const auto across = [&](std::size_t i, std::size_t from, std::size_t to) {
+            const float dx = rows[to].x - rows[from].x, dy = rows[to].y - rows[from].y;
+            const float half = rows[i].z / 2 / std::max(std::hypot(dx, dy), 1e-6f);
+            return Vec2{-dy * half, dx * half};
+        };
+        const std::size_t last = rows.size() - 1;
+        for (std::size_t i = 0; i < last; ++i) {
+            const Vec2 a = across(i, curved && i > 0 ? i - 1 : i, i + 1),
+                       b = across(i + 1, i, curved && i + 1 < last ? i + 2 : i + 1);
+            const Vec3 &p = rows[i], &q = rows[i + 1];
+            add(args, {{{p.x + a.x, p.y + a.y}, {p.x - a.x, p.y - a.y}, {q.x - b.x, q.y - b.y}, {q.x + b.x, q.y + b.y}}});
+            if (!curved && i > 0) add(args, {ellipse({p.x, p.y}, {p.z / 2, p.z / 2}, 16)});
         }
-        // Piece by piece, for a band may cross itself.
-        for (std::size_t i = 0; i + 1 < rows.size(); ++i)
-            add(args, {{left[i], right[i], right[i + 1], left[i + 1]}});
+    }
+
+    static Outline ellipse(const Vec2& at, const Vec2& r, int sides) {
+        Outline rim;
+        for (int i = 0; i < sides; ++i) {
+            const float angle = 2 * Zelkor::pi * static_cast<float>(i) / static_cast<float>(sides);
+            rim.push_back({at.x + r.x * std::cos(angle), at.y + r.y * std::sin(angle)});
+        }
+        return rim;
     }
 
     void add(const Arguments& args, std::vector<Outline> outlines) {
