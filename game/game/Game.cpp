@@ -156,6 +156,11 @@ void Game::startSession() {
     postChain.setUp();
 }
 
+void Game::restartTransition() {
+    constexpr int toTitle = 2;
+    menuManager->openMenu(MenuKind::levelStart, toTitle);
+}
+
 // The order of a frame. Everything moves before anything is drawn; the input's previous states are taken
 // last, so that a key's edge is seen by every substep.
 void Game::runFrame() {

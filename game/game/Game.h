@@ -43,6 +43,8 @@ class Game {
     void preloadAssets();
     // Straight into play, with no menu open.
     void startWithoutMenus();
+    // Fades to black, then shows the title over a new session.
+    void restartTransition();
     // Replaces the session by one for currentStage.
     void startSession();
 
