@@ -15,19 +15,37 @@ namespace {
 constexpr float pull = 15, pullAside = 0.05f, middleOfView = 50;
 constexpr float labelLift = 0.6f;    // before the mesh's face, clear of its outline
 constexpr float labelShare = 0.86f;  // of the mesh's width that a label may take
+constexpr Vec3 shadowFrom{0.35f, 0.4f, 0};
+constexpr Vec4 shadowColour{0, 0, 0, 0.75f};
 constexpr float letterMiddle = 0.5f; // of a line's height, where its capitals have theirs
 
 } // namespace
 
 MenuButton3D::MenuButton3D(MenuManager& manager, const Design& design)
     : manager_(manager), unit_(manager.menuScene.createUnit(design.mesh)), panel_(manager),
-      label_(sceneText(panel_.root(), "MENUFONT", design.label, {}, design.labelHeight)), sound_(design.sound),
+      shadow_(*panel_.root().createChild(GuiKind::panel, 0, 0, 0, 1, 1)),
+      label_(*panel_.root().createChild(GuiKind::panel, 0, 0, 0, 1, 1)), sound_(design.sound),
       rest_(design.rest), labelTurn_(design.labelTurn) {
-    const float room = labelShare * (unit_->mesh->boxMax.x - unit_->mesh->boxMin.x);
-    if (const float extent = textExtent(label_); room > 0 && extent > room)
-        label_.setTextParam(design.labelHeight * room / extent);
-    label_.position = {-textExtent(label_) / 2, -label_.textParam() * letterMiddle, 0};
+    writeLabel(design);
     show(false);
+}
+
+// A shadow, then the letters, gone over twice like the chalk of a sign that must be read from afar.
+void MenuButton3D::writeLabel(const Design& design) {
+    auto& letters = static_cast<GuiPanel&>(label_);
+    GuiObject* const texts[] = {&sceneText(static_cast<GuiPanel&>(shadow_), "MENUFONT", design.label, {}, design.labelHeight),
+                                &sceneText(letters, "MENUFONT", design.label, {}, design.labelHeight),
+                                &sceneText(letters, "MENUFONT", design.label, {}, design.labelHeight)};
+    const float room = labelShare * (unit_->mesh->boxMax.x - unit_->mesh->boxMin.x);
+    const float extent = textExtent(*texts[0]);
+    const float height = room > 0 && extent > room ? design.labelHeight * room / extent : design.labelHeight;
+    for (GuiObject* text : texts) {
+        text->setTextParam(height);
+        text->position = {-textExtent(*text) / 2, -height * letterMiddle, 0};
+    }
+    labelSize_ = {textExtent(*texts[0]), height};
+    shadow_.position = shadowFrom;
+    shadow_.colour = shadowColour;
 }
 
 MenuButton3D::~MenuButton3D() {
@@ -42,7 +60,7 @@ void MenuButton3D::place(const Vec3& rest, float angle) {
 MenuRect MenuButton3D::screenRectangle() const {
     Vec3 low = unit_->mesh->boxMin, high = unit_->mesh->boxMax;
     if (low == high) { // without a mesh the label is all there is to click
-        high = {textExtent(label_) / 2, label_.textParam() / 2, 0};
+        high = {labelSize_.x / 2, labelSize_.y / 2, 0};
         low = -high;
     }
     const Quat turn = quatFromAxisAngle(angle_, {0, 0, 1});

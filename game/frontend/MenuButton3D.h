@@ -40,12 +40,15 @@ class MenuButton3D {
     bool disabled = false;
 
   private:
+    void writeLabel(const Design& design);
     void show(bool highlighted);
 
     MenuManager& manager_;
     Zelkor::Unit* unit_; // of the manager's scene
     MenuPanel panel_;
-    Zelkor::GuiObject& label_;
+    Zelkor::GuiObject& shadow_;
+    Zelkor::GuiObject& label_; // the letters, without their shadow
+    Zelkor::Vec2 labelSize_;
     std::string sound_;
     Zelkor::Vec3 rest_;
     float angle_ = 0, labelTurn_ = 0;

@@ -22,6 +22,7 @@ constexpr float showPlayRate = 5, hidePlayRate = 10; // opacity per second
 constexpr float cursorWidth = 16, cursorHeight = 32; // pixels
 constexpr float cursorDepth = 900;                   // before everything else on the screen
 constexpr float halfView = 50;                       // of the height that the camera sees at z = 0
+constexpr float usualFieldOfView = 30;               // degrees, at 16:9
 constexpr float nearDistance = 10, farDistance = 1000;
 // As over the stage: the same hand draws both.
 constexpr Vec3 sunPosition{-9600, 12000, 12800};
@@ -164,12 +165,14 @@ MenuCameraPose MenuManager::cameraPose() const {
     return sum;
 }
 
-// At z = 0 the same height on a screen of any shape; what is wider only shows more to the sides.
+// A wider screen shows more to the sides; one that is narrower than 16:9 nearly the same width, and more above and
+// below.
 void MenuManager::fitCamera(float aspect) {
     if (!(aspect > 0)) return;
     menuCamera.aspect = aspect;
     menuCamera.fieldOfView = 53.333332f / aspect * 0.5f + 15;
-    menuCamera.position = {0, halfView, halfView / std::tan(menuCamera.fieldOfView * pi / 360)};
+    const float seen = std::min(menuCamera.fieldOfView, usualFieldOfView);
+    menuCamera.position = {0, halfView, halfView / std::tan(seen * pi / 360)};
 }
 
 Vec3 MenuManager::rayThrough(float screenX, float screenY) const {

@@ -49,7 +49,8 @@ class MenuManager {
     Zelkor::GuiObject& playLayer;
     Zelkor::GuiObject& menuLayer;
     Zelkor::GuiSprite& cursor;
-    // What menus show in three dimensions: at z = 0 the camera sees a height of 100, from y = 0 at the bottom.
+    // What menus show in three dimensions: at z = 0 the camera sees y = 0 to 100, and on narrow
+    // screens some more.
     Zelkor::Scene menuScene;
     Zelkor::Camera menuCamera;
 

@@ -17,8 +17,8 @@ class MenuManager;
 // A row: a label, and what stands to the right of it.
 class MenuWidget {
   public:
-    static constexpr float textHeight = 6.6f; // units of the panel
-    static constexpr float valueAt = 50;      // from the label's left edge to what it is set to
+    static constexpr float textHeight = 6.2f; // units of the panel
+    static constexpr float valueAt = 46;      // from the label's left edge to what it is set to
 
     // at: the upper left corner on the panel.
     MenuWidget(Zelkor::GuiPanel& panel, const std::string& label, const Zelkor::Vec2& at);

@@ -13,7 +13,7 @@ using namespace Zelkor;
 
 namespace {
 
-constexpr Vec3 offset{7, -5, 1.2f}; // of the page from the board's corner, in front of its face
+constexpr Vec3 offset{4, -5, 1.2f}; // of the page from the board's corner, in front of its face
 // Units of the page.
 constexpr float itemsAt = 25, slidersAt = 35;
 constexpr float firstRow = 4, inputRow = 8.714f, graphicsRow = 11;
@@ -57,9 +57,12 @@ void addGraphicsItems(OptionsPage& page) {
         y += graphicsRow;
         return at;
     };
+    const Renderer& renderer = *engineManagers()->renderer;
     std::vector<std::string> modes;
     for (const Settings::DisplayMode& mode : settings().displayModes)
         modes.push_back(mode.label);
+    if (modes.empty()) // nothing to choose from, but something to see
+        modes.push_back(std::to_string(renderer.windowWidth) + "x" + std::to_string(renderer.windowHeight));
     page.items.push_back(std::make_unique<MenuCheckBox>(root, "FullScreen", next(), settings().fullScreen != 0,
                                                         [](bool on) { settings().fullScreen = on; }));
     page.items.push_back(std::make_unique<MenuAltButton>(root, "Resolution", next(), modes,

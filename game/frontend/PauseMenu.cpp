@@ -14,11 +14,11 @@ constexpr int letterCount = 5;
 constexpr float letterWay = 200, letterMargin = 40; // units; the margin: for each unit of the view's aspect
 constexpr float boardRate = 4.5f, boardWay = 90;
 
-// One below the other, the first on ropes that go up out of sight.
+// Hung below the word, each on the ropes of its own. x: from where the word begins.
 const MenuButton3D::Design boards[] = {
-    {"title/pausbutton", "RESUME", {0, 66, 0}},
-    {"title/pausbutton", "OPTIONS", {0, 50, 0}},
-    {"title/pausbutton", "QUIT", {0, 34, 0}, "dropBalloon"},
+    {"title/pausbutton", "RESUME", {33, 52, 0}},
+    {"title/pausbutton", "OPTIONS", {34, 39.5f, 0}},
+    {"title/pausbutton", "QUIT", {33.5f, 27, 0}, "dropBalloon"},
 };
 
 void setPaused(bool paused) {
@@ -64,7 +64,7 @@ void PauseMenu::fly(float dt, bool wanted) {
     arrival_ = clamp(arrival_ + (wanted ? boardRate : -boardRate) * dt, 0, 1);
     const float above = (1 - arrival_) * (1 - arrival_) * boardWay;
     for (std::size_t i = 0; i < buttons_.size(); ++i)
-        buttons_[i]->place(boards[i].rest + Vec3{0, above, 0});
+        buttons_[i]->place(boards[i].rest + Vec3{rest, above, 0});
 }
 
 void PauseMenu::activate(int button) {

@@ -29,7 +29,7 @@ constexpr int playerRocketType = 27; // spawn type of the hero who flies
 // From the hero to the camera.
 constexpr Vec3 besideHero{12, 14, 42}, besideRocket{14, 8, 42}, withoutHero{0, 0, 40};
 
-constexpr const char* creditLines[] = {"Drawn and built by the Rustpike workshop", "Hand: Klee One. Wood type: Cabin Sketch"};
+constexpr const char* creditLines[] = {"By the Rustpike workshop", "Type: Klee, Cabin Sketch"};
 constexpr Vec2 creditPlaces[] = {{0.55f, 0.905f}, {0.55f, 0.95f}};
 constexpr float creditHeight = 0.0479f;
 constexpr Vec4 creditColour{0.788f, 0.294f, 0.153f, 1};
