@@ -25,7 +25,6 @@ constexpr int letterCount = 11, lettersFromLeft = 6;
 constexpr float letterWay = 250; // units
 constexpr float poleRate = 3, poleWay = 75;
 
-constexpr int playerRocketType = 27; // spawn type of the hero who flies
 // From the hero to the camera.
 constexpr Vec3 besideHero{12, 14, 42}, besideRocket{14, 8, 42}, withoutHero{0, 0, 40};
 
@@ -135,6 +134,6 @@ MenuCameraPose TitleMenu::cameraPose() const {
         pose.position = withoutHero;
     else
         pose.position = heroes.front()->position() +
-                        (heroes.front()->spawnType == playerRocketType ? besideRocket : besideHero);
+                        (heroes.front()->spawnType == SpawnType::rocketPlayer ? besideRocket : besideHero);
     return pose;
 }
