@@ -35,10 +35,16 @@ void FlyingRobotHeadBomb::update(float time, float dt) {
     if (velocity.x != 0)
         quatMultiply(unit->orientation, quatFromAxisAngle(-spin * velocity.x * dt, {0, 0, 1}),
                      unit->orientation);
-    if (touchHero(hitBox()) || groundAt(position()))
+    if (touchHero(hitBox())) {
         explode();
-    else if (screenDistance() > lost)
+    } else if (groundAt(position())) {
+        // Who stands beside it is hurt as well.
+        const Vec3 blast{blastRadius, blastRadius, halfDepth};
+        touchHero(boxAround(position(), blast * -1, blast));
+        explode();
+    } else if (screenDistance() > lost) {
         leave();
+    }
     updateFlash(time, dt);
 }
 
@@ -46,11 +52,7 @@ Box FlyingRobotHeadBomb::hitBox() const {
     return boxAround(position(), {-halfSize, -halfSize, -halfDepth}, {halfSize, halfSize, halfDepth});
 }
 
-// Who stands beside it is hurt as well.
 void FlyingRobotHeadBomb::explode() {
-    velocity = {};
-    touchHero(boxAround(position(), {-blastRadius, -blastRadius, -halfDepth},
-                        {blastRadius, blastRadius, halfDepth}));
     startEffect("bomb1_explosion", position());
     leave();
 }
