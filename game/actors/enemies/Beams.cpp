@@ -121,13 +121,14 @@ class ElecBeam : public Beam {
         }
     }
 
-    void update(float, float dt) override {
+    void update(float time, float dt) override {
         const bool wasOn = isOn();
         cycle_ += dt;
         if (cycle_ >= clockwork.off + clockwork.on) cycle_ -= clockwork.off + clockwork.on;
         if (isOn() && !wasOn) playSoundAt("elecbeam", position());
         if (isOn() && strength(0) > clockwork.hurtsAbove) hurtAlong(position(), end_);
         spark_.update(position(), end_, strength(0), strength(1), dt);
+        updateFlash(time, dt);
     }
 
   private:
@@ -156,7 +157,7 @@ class RotatingBeam : public Beam {
         if (index == 2) length_ = clamp(value, clockwork.shortest, clockwork.longest);
     }
 
-    void update(float, float dt) override {
+    void update(float time, float dt) override {
         angle_ += speed_ * dt;
         unit->orientation = quatFromAxisAngle(angle_, {0, 0, 1});
         const Vec3 out{cosine(angle_), sine(angle_), 0};
@@ -164,6 +165,7 @@ class RotatingBeam : public Beam {
         const Vec3 end = position() + out * length_;
         hurtAlong(position(), end);
         spark_.update(position(), end, 1, 1, dt);
+        updateFlash(time, dt);
     }
 
   private:

@@ -46,7 +46,7 @@ class EnemyDuck : public Goomba {
   protected:
     void die(const Attack& attack) override {
         startEffect("animal_death", position());
-        spawnBlood(position(), attack.direction.x < 0 ? -1.0f : 1.0f);
+        spawnBlood(position() + aimOffset, attack.direction.x < 0 ? -1.0f : 1.0f);
         dropLoot(position());
         leave();
     }

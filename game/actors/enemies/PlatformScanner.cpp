@@ -50,6 +50,7 @@ class PlatformScanner : public Enemy {
         quatSlerp(unit->orientation, unit->orientation, upright(), clamp(turnRate * dt, 0, 1), true);
         turnWheel(time);
         touchHero(boxAround(position(), -scanner.touch, scanner.touch));
+        updateFlash(time, dt);
     }
 
   protected:

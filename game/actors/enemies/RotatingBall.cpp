@@ -48,6 +48,7 @@ class RotatingBall : public Enemy {
         place();
         unit->orientation = quatFromAxisAngle(ball.wobble * pi / 180 * sine(time), {0, 0, 1});
         touchHero(boxAround(position(), -ball.touch, ball.touch));
+        updateFlash(time, dt);
     }
 
   protected:

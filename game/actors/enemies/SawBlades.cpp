@@ -28,9 +28,10 @@ class Blade : public Enemy {
   protected:
     Box hitBox() const override { return boxAround(position(), -saw.body, saw.body); }
     // Ends an update.
-    void cut(float angle) {
+    void cut(float angle, float time, float dt) {
         unit->orientation = quatFromAxisAngle(angle, {0, 0, 1});
         touchHero(boxAround(position(), -saw.touch, saw.touch));
+        updateFlash(time, dt);
     }
 };
 
@@ -46,12 +47,12 @@ class EnemySawBlade : public Blade {
         unit->position = path_.position();
     }
 
-    void update(float, float dt) override {
+    void update(float time, float dt) override {
         const Vec3 from = position();
         path_.advance(dt);
         unit->position = path_.position();
         if (dt > 0) velocity = (position() - from) * (1 / dt);
-        cut(saw.spin * path_.phase);
+        cut(saw.spin * path_.phase, time, dt);
     }
 
   private:
@@ -73,12 +74,12 @@ class EnemySawBladePath : public Blade {
         if ((index == 1 || index == 2) && value != 0) rail_.showStop(Game::get().session->scene, index == 1);
     }
 
-    void update(float, float dt) override {
+    void update(float time, float dt) override {
         const Vec3 from = position();
         advance(speed_ * dt);
         unit->position = rail_.at(way_);
         if (dt > 0) velocity = (position() - from) * (1 / dt);
-        cut(saw.railSpin * way_);
+        cut(saw.railSpin * way_, time, dt);
     }
 
   private:

@@ -40,12 +40,13 @@ class WindFan : public Enemy {
         wind_->scale.x = reach_ / fan.reach;
     }
 
-    void update(float time, float) override {
+    void update(float time, float dt) override {
         turnBlades(time);
         std::vector<Thingy*> heroes;
         Game::get().thingyManager->collectAll(GROUP_PLAYER, heroes);
         for (Thingy* actor : heroes)
             if (auto* hero = dynamic_cast<Player*>(actor)) blow(*hero);
+        updateFlash(time, dt);
     }
 
   protected:
