@@ -74,8 +74,9 @@ TEST_F(CrittersTest, DieOfEnoughHitsLeaveLootAndTellTheirEvent) {
         int type, hits;
         bool loot;
     };
-    const Case cases[] = {{13, 3, true}, {30, 1, true},  {35, 1, false}, {44, 1, false}, {31, 2, false},
-                          {6, 2, true},  {33, 1, false}, {9, 2, true},   {19, 3, true},  {29, 3, false}};
+    const Case cases[] = {{13, 3, true},  {30, 1, true},  {35, 1, false}, {44, 1, false},
+                          {31, 2, false}, {6, 2, true},   {33, 1, false}, {9, 2, true},
+                          {19, 3, true},  {29, 3, false}, {11, 4, true}};
     for (const auto& [type, hits, loot] : cases) {
         SCOPED_TRACE(type);
         stage(flat, "SpawnThingy{ pos 50 20 0 rot 0 0 1 0 mesh none type " + std::to_string(type) +
@@ -384,6 +385,31 @@ TEST_F(CrittersTest, WhatFliesDriftsWavesAndBursts) {
     }
     Enemy& rock = enemy(29, {20, 20, 0}, {{0, 1}, {1, 60}, {2, 0}});
     EXPECT_NEAR(stepsUntil([&] { return !alive(rock); }), (75 - 5 - 20) / 60.0f * second, 2);
+}
+
+TEST_F(CrittersTest, TheMortarFiresThreeTimesAndThenWhileTheHeroStays) {
+    stage(flat);
+    TestActor& hero = spawn(GROUP_PLAYER, {0, 5, 0});
+    enemy(11, {49, 5, 0});
+    std::vector<int> shots; // the steps at which they leave
+    for (int i = 1; i <= 6 * second; ++i) {
+        step();
+        if (i == 2.3f * second) hero.unit->position.x = -8; // still near enough
+        if (i == 4 * second) hero.unit->position.x = -12;
+        for (Thingy* shot : actors(GROUP_BULLETS)) {
+            if (shots.size() < 4) {
+                shots.push_back(i);
+                EXPECT_NEAR(shot->velocity.x, 0, 130 * std::sin(0.51f));
+                shot->removeMe = shots.size() < 4; // the last may fly
+            }
+            EXPECT_GE(shot->velocity.y, -100);
+        }
+    }
+    ASSERT_EQ(shots.size(), 4u); // at 1.1, 1.9, 2.7 and 3.5 s
+    for (int shot = 0; shot < 4; ++shot)
+        EXPECT_NEAR(shots[static_cast<std::size_t>(shot)], (1.1f + 0.8f * static_cast<float>(shot)) * second,
+                    2);
+    EXPECT_TRUE(actors(GROUP_BULLETS).empty()); // burst on the ground
 }
 
 TEST_F(CrittersTest, WildParametersDoNoHarm) {
