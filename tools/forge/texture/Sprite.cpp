@@ -110,7 +110,14 @@ void Sprite::wash(const Outline& outline, const Tint& tint) {
     });
 }
 
-void Sprite::dab(const Vec2& at, float radius, float ink, const Tint& tint) {
+// Of the paper under the pencil: specks, and places where the hand is lighter. 0 takes the lead, 1 does not.
+float Sprite::tooth(int x, int y) const {
+    const float fx = static_cast<float>(x), fy = static_cast<float>(y);
+    return std::clamp(0.5f + 0.6f * valueNoise({fx / 1.7f, fy / 1.7f, 0.5f}, 71) + 0.35f * valueNoise({fx / 9, fy / 9, 0.5f}, 72),
+                      0.0f, 1.0f);
+}
+
+void Sprite::dab(const Vec2& at, float radius, float ink, const Tint& tint, float grain) {
     const Vec2 t = texelOf(at);
     const float r = radius * ground_.texelsAUnit;
     const int reach = static_cast<int>(std::ceil(r)) + 1;
@@ -120,7 +127,7 @@ void Sprite::dab(const Vec2& at, float radius, float ink, const Tint& tint) {
             const float away =
                 std::hypot(static_cast<float>(x) + 0.5f - t.x, static_cast<float>(y) + 0.5f - t.y);
             const float edge = std::clamp(r + 0.5f - away, 0.0f, 1.0f);
-            if (edge > 0) lay(x, y, ink * edge, tint);
+            if (edge > 0) lay(x, y, ink * edge * (grain > 0 ? 1 - grain * tooth(x, y) : 1), tint);
         }
 }
 
@@ -154,7 +161,7 @@ void Sprite::line(const Outline& path, const Pen& pen, bool closed) {
             const Vec2 shake{0.35f * pen.width * valueNoise({gone * 4, 3.5f, 0.5f}, waverSeed),
                              0.35f * pen.width * valueNoise({gone * 4, 6.5f, 0.5f}, waverSeed)};
             dab({a.x + (b.x - a.x) * u + shake.x, a.y + (b.y - a.y) * u + shake.y},
-                std::max(radius, texel * 0.3f), share, pen.tint);
+                std::max(radius, texel * 0.3f), share, pen.tint, pen.grain);
         }
         before += piece;
     }

@@ -32,6 +32,7 @@ struct Pen {
     float taper = 0.3f;  // share of the line that thins out, at each end
     float broken = 0;    // share of the line where the pencil leaves the paper
     Tint tint{0, 0, 0};
+    float grain = 0; // how much of the line the tooth of the paper takes away, 0..1
 };
 
 class Sprite {
@@ -68,7 +69,8 @@ class Sprite {
         float alpha = 0;
     };
     void lay(int x, int y, float cover, const Tint& tint);
-    void dab(const Zelkor::Vec2& at, float radius, float ink, const Tint& tint);
+    void dab(const Zelkor::Vec2& at, float radius, float ink, const Tint& tint, float grain = 0);
+    float tooth(int x, int y) const;
     void strokes(const Zelkor::Vec2& at, float radius, float angle, float gap, const Pen& pen);
     // Takes back what has come onto `before` beside it, and beside the outline if there is one.
     void trim(const std::vector<Texel>& before, const Outline* outline);

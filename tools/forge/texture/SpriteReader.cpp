@@ -23,12 +23,19 @@ Tint tintOf(const Arguments& args, const char* name, const Tint& fallback) {
     return {v.x, v.y, v.z};
 }
 
-Pen penOf(const Arguments& args, Pen pen = {}) {
+// What a line is drawn with where it does not say.
+struct Pencil {
+    Tint lead{0, 0, 0};
+    float grain = 0;
+};
+
+Pen penOf(const Arguments& args, const Pencil& pencil, Pen pen = {}) {
     pen.width = args.number("width", pen.width);
     pen.ink = args.number("ink", pen.ink);
     pen.taper = args.number("taper", pen.taper);
     pen.broken = args.number("broken", pen.broken);
-    pen.tint = tintOf(args, "colour", pen.tint);
+    pen.tint = tintOf(args, "colour", pencil.lead);
+    pen.grain = pencil.grain;
     if (pen.width <= 0 || pen.width > 10) args.fail("width", "width is above 0, to 10");
     if (pen.ink < 0 || pen.ink > 1) args.fail("ink", "ink is 0 to 1");
     return pen;
@@ -42,7 +49,8 @@ int countOf(const Arguments& args, const char* name, int fallback, int least) {
 
 class SpriteReader {
   public:
-    SpriteReader(Interpreter& i, const Ground& ground, int seed) : interpreter(i), sprite(ground, seed) {}
+    SpriteReader(Interpreter& i, const Ground& ground, const Pencil& p, int seed)
+        : interpreter(i), pencil(p), sprite(ground, seed) {}
 
     void read(const std::vector<Statement>& statements, Scope& scope) {
         interpreter.run(statements, scope, placing(interpreter, placement, [this](const Statement& s, Scope& inner) {
@@ -67,18 +75,18 @@ class SpriteReader {
                                             args.number("outer", 0.85f), countOf(args, "spikes", 8, 3)));
         } else if (word == "line") {
             const Arguments args(s, scope, "path spline?" + penNames);
-            sprite.line(curve(args, "path", 2, false), penOf(args));
+            sprite.line(curve(args, "path", 2, false), penOf(args, pencil));
         } else if (word == "scribble") {
             const Arguments args(s, scope, "at to r loops" + penNames);
             const Vec2 at = args.pair("at", {});
             const float loops = args.number("loops", 4);
             if (!(loops > 0 && loops <= 100)) args.fail("loops", "loops is above 0, to 100");
-            sprite.scribble(place(at), place(args.pair("to", at)), args.pair("r", {0.5f, 0.5f}), loops, penOf(args));
+            sprite.scribble(place(at), place(args.pair("to", at)), args.pair("r", {0.5f, 0.5f}), loops, penOf(args, pencil));
         } else if (word == "hatch") {
             const Arguments args(s, scope, "at r angle gap points spline?" + penNames);
             const float gap = args.number("gap", 0.14f), angle = args.number("angle", 50);
             if (!(gap >= 0.02f)) args.fail("gap", "gap is from 0.02");
-            const Pen pen = penOf(args, {.width = 0.035f, .ink = 0.55f});
+            const Pen pen = penOf(args, pencil, {.width = 0.035f, .ink = 0.55f});
             if (args.has("points"))
                 sprite.hatch(curve(args, "points", 3, true), angle, gap, pen);
             else
@@ -125,7 +133,7 @@ class SpriteReader {
     // Paper, and a line around it unless `width=` is left out and `outline` too.
     void cutOut(const Arguments& args, const Outline& outline) {
         sprite.shape({outline}, paperOf(args, 1), args.number("worn", 0));
-        if (args.flag("outline") || args.has("width")) sprite.line(outline, penOf(args), true);
+        if (args.flag("outline") || args.has("width")) sprite.line(outline, penOf(args, pencil), true);
     }
 
     void letters(const Arguments& args) {
@@ -150,13 +158,14 @@ class SpriteReader {
 
     Interpreter& interpreter;
     Placement placement;
+    Pencil pencil;
     Sprite sprite;
 };
 
 } // namespace
 
 Image readSprite(Interpreter& interpreter, const Statement& statement, Scope& scope) {
-    const Arguments args(statement, scope, "size seed wide");
+    const Arguments args(statement, scope, "size seed wide pencil grain");
     const Vec2 size = args.pair("size", {128, 128});
     for (const float side : {size.x, size.y})
         if (side < 8 || side > largestTexture || side != std::floor(side))
@@ -166,7 +175,9 @@ Image readSprite(Interpreter& interpreter, const Statement& statement, Scope& sc
     const float wide = args.number("wide", 2);
     if (!(wide > 0 && wide <= 1000)) args.fail("wide", "wide is above 0, to 1000 units");
     const Ground ground = args.has("wide") ? Ground::sheet(width, height, wide) : Ground::square(width);
-    SpriteReader reader(interpreter, ground, args.integer("seed", 1));
+    const Pencil pencil{tintOf(args, "pencil", {0, 0, 0}), args.number("grain", 0)};
+    if (!(pencil.grain >= 0 && pencil.grain <= 1)) args.fail("grain", "grain is 0 to 1");
+    SpriteReader reader(interpreter, ground, pencil, args.integer("seed", 1));
     Scope inner(&scope);
     reader.read(statement.children, inner);
     return reader.image();
