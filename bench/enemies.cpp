@@ -46,6 +46,8 @@ constexpr Foe foes[] = {
     {21, "bandit1", 0},
     {22, "bandit1", 10},
     {36, "carrierbird", 50},
+    {11, "enemies/toad", 0},
+    {4, "enemies/gullhead", 55},
 };
 constexpr int foeCount = 30;
 constexpr float firstX = 60, spacing = 4, groundY = 5; // around the hero, who stands at 20

@@ -76,7 +76,7 @@ TEST_F(CrittersTest, DieOfEnoughHitsLeaveLootAndTellTheirEvent) {
     };
     const Case cases[] = {{13, 3, true},  {30, 1, true},  {35, 1, false}, {44, 1, false},
                           {31, 2, false}, {6, 2, true},   {33, 1, false}, {9, 2, true},
-                          {19, 3, true},  {29, 3, false}, {11, 4, true}};
+                          {19, 3, true},  {29, 3, false}, {11, 4, true},  {4, 2, false}};
     for (const auto& [type, hits, loot] : cases) {
         SCOPED_TRACE(type);
         stage(flat, "SpawnThingy{ pos 50 20 0 rot 0 0 1 0 mesh none type " + std::to_string(type) +
@@ -375,6 +375,18 @@ TEST_F(CrittersTest, WhatFliesDriftsWavesAndBursts) {
     step(30);
     EXPECT_NEAR(lamp.position().z, 4, 1);
     lamp.removeMe = true;
+    // The gull bombs whom it sees below it, and only him.
+    TestActor& hero = spawn(GROUP_PLAYER, {20, -60, 0});
+    Enemy& gull = enemy(4, {-60, 30, 0}, {{0, 30}});
+    for (const float seconds : {35 / 30.0f + 0.4f, 1.5f}) {
+        EXPECT_NEAR(stepsUntil([&] { return actors(GROUP_ENEMIES).size() > 1; }), seconds * second, 2);
+        actors(GROUP_ENEMIES).back()->removeMe = true;
+    }
+    hero.unit->position.x = 500;
+    EXPECT_LT(stepsUntil([&] { return actors(GROUP_ENEMIES).size() > 1 || gull.position().x > 80; }), 120);
+    EXPECT_EQ(actors(GROUP_ENEMIES).size(), 1u);
+    EXPECT_NEAR(gull.position().z, 8, 0.6f); // inside the wall
+    game->thingyManager->clear();
     const Vec4 hits[] = {
         {2, 10.4f, 0, 1}, {2, 10.6f, 0, 0}, {1, 4, 4, 1}, {1, 4.3f, 4.3f, 0}}; // size, where, result
     for (const auto& [size, x, y, result] : hits) {
@@ -388,14 +400,14 @@ TEST_F(CrittersTest, WhatFliesDriftsWavesAndBursts) {
 }
 
 TEST_F(CrittersTest, TheMortarFiresThreeTimesAndThenWhileTheHeroStays) {
-    stage(flat);
-    TestActor& hero = spawn(GROUP_PLAYER, {0, 5, 0});
-    enemy(11, {49, 5, 0});
+    stage(std::string(40, '#'));
+    TestActor& hero = spawn(GROUP_PLAYER, {151, 5, 0});
+    enemy(11, {200, 5, 0});
     std::vector<int> shots; // the steps at which they leave
     for (int i = 1; i <= 6 * second; ++i) {
         step();
-        if (i == 2.3f * second) hero.unit->position.x = -8; // still near enough
-        if (i == 4 * second) hero.unit->position.x = -12;
+        if (i == 2.3f * second) hero.unit->position.x = 143; // still near enough
+        if (i == 4 * second) hero.unit->position.x = 139;
         for (Thingy* shot : actors(GROUP_BULLETS)) {
             if (shots.size() < 4) {
                 shots.push_back(i);
