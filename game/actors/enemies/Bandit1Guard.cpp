@@ -105,6 +105,7 @@ bool Bandit1::startWalk() {
     const bool towardsHero = std::abs(dx) >= heroNear && open;
     facing = towardsHero ? side : -facing;
     if (!towardsHero && patrol.length() <= roomToWalk) return false;
+    if (atFloorEnd()) return false;
     walkTarget_ = patrol.end(facing) - targetFromEnd * static_cast<float>(facing);
     mode = walk;
     play("walk1", clipBlend);

@@ -1,4 +1,5 @@
-// The bandit in a mine cart of his own: he waits on the rails, then keeps beside the hero and shoots at him.
+// The bandit in a mine cart of his own: he waits on the rails, then keeps his distance from the hero and
+// shoots.
 #include "actors/ThingyManager.h"
 #include "actors/enemies/Bandit.h"
 #include "actors/rides/Minecart.h"
@@ -20,6 +21,8 @@ constexpr float wakeReach = 130, wakeHeight = 80; // of the hero
 constexpr float keptDistance = 60;                // from him
 constexpr float closing = 0.8f;                   // of what that is off by, as a speed per second
 constexpr float fasterThanHero = 35, topSpeed = 150;
+// Ahead of the hero he is no faster than this: a hero in a cart gains on him, and his shots reach him.
+constexpr float speedAhead = 60;
 constexpr float railAhead = 10;                    // where his rails end, he jumps
 constexpr float gravity = 300, risingGravity = 60; // of his cart, like the hero's
 constexpr float aimTime = 0.8f, shotPause = 1.4f;  // seconds
@@ -70,7 +73,6 @@ class MinecartBandit final : public Bandit {
         if (!hero) return;
         const Vec3 way = hero->position() - position();
         awake_ = std::abs(way.x) < wakeReach && std::abs(way.y) < wakeHeight;
-        side_ = way.x < 0 ? 1 : -1;
         heroX_ = hero->position().x;
     }
 
@@ -84,15 +86,16 @@ class MinecartBandit final : public Bandit {
         if (!dying() && screenDistance() > lostDistance) leave();
     }
 
-    // On the side of him that he came from, as fast as he is.
+    // On the side of him that he is on, as fast as he is, if he can.
     void follow(const Thingy& hero, float dt) {
         const float x = hero.position().x;
         const float heroSpeed = dt > 0 ? (x - heroX_) / dt : 0;
         heroX_ = x;
-        const float off = x + keptDistance * static_cast<float>(side_) - position().x;
-        cart_.runSpeed =
-            clamp(heroSpeed + clamp(closing * off, -fasterThanHero, fasterThanHero), 0, topSpeed);
-        facing = x < position().x ? -1 : 1;
+        const bool ahead = position().x > x;
+        const float off = x + (ahead ? keptDistance : -keptDistance) - position().x;
+        cart_.runSpeed = clamp(heroSpeed + clamp(closing * off, -fasterThanHero, fasterThanHero), 0,
+                               ahead ? speedAhead : topSpeed);
+        facing = ahead ? -1 : 1;
         timer_ -= dt;
         if (timer_ > 0) return;
         timer_ = shotPause;
@@ -122,7 +125,6 @@ class MinecartBandit final : public Bandit {
     std::unique_ptr<Unit> cartUnit_;
     Minecart cart_;
     bool awake_ = false;
-    int side_ = 1;    // of the hero that he keeps on
     float heroX_ = 0; // in the previous frame
     float timer_ = aimTime;
 };
