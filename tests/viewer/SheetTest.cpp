@@ -1,4 +1,5 @@
 // Contact sheets, drawn off-screen from a data folder of one model.
+#include "MenuView.h"
 #include "Sheet.h"
 
 #include "model/Finish.h"
@@ -82,6 +83,26 @@ TEST_F(SheetTest, EveryCellHoldsTheUnitInBlackOnPaper) {
         EXPECT_GT(black, 1350) << column;
         EXPECT_LT(black, 2000) << column;
         EXPECT_GT(paper, 1500) << column;
+    }
+}
+
+// 720 lines show 100 units, the middle of the picture is (0, 50): the block, 4 by 8, is seen where it was moved to.
+TEST_F(SheetTest, MenusShowUnitsWhereTheyAreMoved) {
+    viewer::Studio studio;
+    ASSERT_TRUE(studio.open(folder_.string(), 640, 360));
+    EXPECT_FALSE(viewer::writeMenuView(studio, {{"no such unit@1,2"}, 0, options_.file}));
+    ASSERT_TRUE(viewer::writeMenuView(studio, {{"block@-50,80", "block@40,20"}, 0, options_.file}));
+    const Picture view = readPng(options_.file);
+    ASSERT_EQ(view.width, 640);
+    const auto greyAt = [&](float x, float y) {
+        const int column = 320 + static_cast<int>(x * 3.6f), row = 180 - static_cast<int>((y - 50) * 3.6f);
+        return static_cast<int>(view.grey[static_cast<std::size_t>(row * view.width + column)]);
+    };
+    const int paper = greyAt(0, 50);
+    for (const auto& [x, y] : {std::pair{-50.0f, 80.0f}, {40.0f, 20.0f}}) {
+        EXPECT_LT(greyAt(x, y + 3), paper) << x;
+        EXPECT_EQ(greyAt(x, y + 8), paper) << x;
+        EXPECT_EQ(greyAt(x + 6, y), paper) << x;
     }
 }
 
