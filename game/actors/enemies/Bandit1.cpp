@@ -68,7 +68,7 @@ Bandit1::~Bandit1() {
 }
 
 void Bandit1::setParameter(int index, float value) {
-    if (index == 0) setMode(value >= stand && value < dead ? static_cast<int>(value) : stand);
+    if (index == 0) setMode(value >= 0 && value < static_cast<float>(dead) ? static_cast<int>(value) : 0);
     if (index == 1) mobile_ = value != 0;
     if (index == 2) startDelay_ = value;
 }

@@ -64,6 +64,7 @@ class MinecartBandit final : public Bandit {
     }
     void die(const Attack&) override {
         startDying("die2", 1, deathTime);
+        cart_.runSpeed = topSpeed; // it runs away, out of the hero's
         dropLoot(position());
     }
 
