@@ -167,7 +167,20 @@ void Sprite::line(const Outline& path, const Pen& pen, bool closed) {
     }
 }
 
-void Sprite::strokes(const Vec2& at, float radius, float angle, float gap, const Pen& pen) {
+void Sprite::strokes(const Vec2& at, float radius, float angle, float gap, const Pen& pen, const Outline* outline) {
+    // Strokes wander over their disc's rim by no more than their width; only there is anything to take back.
+    const float reach = radius + 2 * pen.width;
+    const Vec2 corner = texelOf({at.x - reach, at.y + reach});
+    const int side = static_cast<int>(2 * reach * ground_.texelsAUnit) + 4;
+    const int left = static_cast<int>(std::floor(corner.x)) - 2, top = static_cast<int>(std::floor(corner.y)) - 2;
+    const int x0 = std::max(left, 0), x1 = std::min(left + side + 4, ground_.width), y0 = std::max(top, 0),
+              y1 = std::min(top + side + 4, ground_.height);
+    if (x0 >= x1 || y0 >= y1) return;
+    std::vector<Texel> before;
+    for (int y = y0; y < y1; ++y)
+        for (int x = x0; x < x1; ++x)
+            before.push_back(texels_[index(x, y)]);
+
     const Vec2 along = onCircle(angle * pi / 180), across{-along.y, along.x};
     for (float d = -radius + gap / 2; d < radius; d += gap * random_.range(0.75f, 1.25f)) {
         const float half = std::sqrt(radius * radius - d * d) * random_.range(0.75f, 1.0f);
@@ -176,27 +189,31 @@ void Sprite::strokes(const Vec2& at, float radius, float angle, float gap, const
               {middle.x + along.x * half, middle.y + along.y * half}},
              pen);
     }
-}
 
-void Sprite::trim(const std::vector<Texel>& before, const Outline* outline) {
-    std::vector<float> kept(texels_.size(), outline ? 0.0f : 1.0f);
-    if (outline) fill({*outline}, [&](int x, int y, float cover) { kept[index(x, y)] = cover; });
-    for (std::size_t i = 0; i < texels_.size(); ++i) {
-        Texel& texel = texels_[i];
-        const float alpha = before[i].alpha, shown = kept[i];
-        for (std::size_t c = 0; c < 3; ++c) {
-            const float shade = texel.alpha > 0 ? texel.light[c] / texel.alpha : 0;
-            const float laid = alpha > 0 ? std::min(shade * alpha, before[i].light[c]) : 0;
-            texel.light[c] = shown * laid + (1 - shown) * before[i].light[c];
+    std::vector<float> kept(before.size(), outline ? 0.0f : 1.0f);
+    const auto within = [&](int x, int y) {
+        return static_cast<std::size_t>(y - y0) * static_cast<std::size_t>(x1 - x0) + static_cast<std::size_t>(x - x0);
+    };
+    if (outline)
+        fill({*outline}, [&](int x, int y, float cover) {
+            if (x >= x0 && x < x1 && y >= y0 && y < y1) kept[within(x, y)] = cover;
+        });
+    for (int y = y0; y < y1; ++y)
+        for (int x = x0; x < x1; ++x) {
+            Texel& texel = texels_[index(x, y)];
+            const Texel& old = before[within(x, y)];
+            const float shown = kept[within(x, y)];
+            for (std::size_t c = 0; c < 3; ++c) {
+                const float shade = texel.alpha > 0 ? texel.light[c] / texel.alpha : 0;
+                const float laid = old.alpha > 0 ? std::min(shade * old.alpha, old.light[c]) : 0;
+                texel.light[c] = shown * laid + (1 - shown) * old.light[c];
+            }
+            texel.alpha = old.alpha;
         }
-        texel.alpha = alpha;
-    }
 }
 
 void Sprite::hatch(const Vec2& at, float radius, float angle, float gap, const Pen& pen) {
-    const std::vector<Texel> before = texels_;
-    strokes(at, radius, angle, gap, pen);
-    trim(before, nullptr);
+    strokes(at, radius, angle, gap, pen, nullptr);
 }
 
 void Sprite::hatch(const Outline& outline, float angle, float gap, const Pen& pen) {
@@ -205,9 +222,8 @@ void Sprite::hatch(const Outline& outline, float angle, float gap, const Pen& pe
         lo = {std::min(lo.x, p.x), std::min(lo.y, p.y)};
         hi = {std::max(hi.x, p.x), std::max(hi.y, p.y)};
     }
-    const std::vector<Texel> before = texels_;
-    strokes({(lo.x + hi.x) / 2, (lo.y + hi.y) / 2}, 0.6f * std::hypot(hi.x - lo.x, hi.y - lo.y), angle, gap, pen);
-    trim(before, &outline);
+    const float radius = 0.6f * std::hypot(hi.x - lo.x, hi.y - lo.y);
+    strokes({(lo.x + hi.x) / 2, (lo.y + hi.y) / 2}, radius, angle, gap, pen, &outline);
 }
 
 void Sprite::scribble(const Vec2& at, const Vec2& end, const Vec2& radius, float loops, const Pen& pen) {

@@ -71,9 +71,8 @@ class Sprite {
     void lay(int x, int y, float cover, const Tint& tint);
     void dab(const Zelkor::Vec2& at, float radius, float ink, const Tint& tint, float grain = 0);
     float tooth(int x, int y) const;
-    void strokes(const Zelkor::Vec2& at, float radius, float angle, float gap, const Pen& pen);
-    // Takes back what has come onto `before` beside it, and beside the outline if there is one.
-    void trim(const std::vector<Texel>& before, const Outline* outline);
+    // In a disc, kept to what is covered and, if there is one, to the outline.
+    void strokes(const Zelkor::Vec2& at, float radius, float angle, float gap, const Pen& pen, const Outline* outline);
     template <class Visit>
     void fill(const std::vector<Outline>& outlines, const Visit& visit) const;
     Zelkor::Vec2 texelOf(const Zelkor::Vec2& p) const;
