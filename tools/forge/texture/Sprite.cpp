@@ -24,15 +24,16 @@ float lengthOf(const Outline& path) {
     return length;
 }
 
-// Even-odd.
-bool inside(const std::vector<Outline>& outlines, const Vec2& p) {
-    bool in = false;
+// Where the outlines cross the height y, from left to right.
+std::vector<float> crossings(const std::vector<Outline>& outlines, float y) {
+    std::vector<float> xs;
     for (const Outline& outline : outlines)
         for (std::size_t i = 0, j = outline.size() - 1; i < outline.size(); j = i++) {
             const Vec2 &a = outline[i], &b = outline[j];
-            if ((a.y > p.y) != (b.y > p.y) && p.x < (b.x - a.x) * (p.y - a.y) / (b.y - a.y) + a.x) in = !in;
+            if ((a.y > y) != (b.y > y)) xs.push_back((b.x - a.x) * (y - a.y) / (b.y - a.y) + a.x);
         }
-    return in;
+    std::sort(xs.begin(), xs.end());
+    return xs;
 }
 
 } // namespace
@@ -73,16 +74,24 @@ void Sprite::fill(const std::vector<Outline>& outlines, const Visit& visit) cons
             top = std::min(top, t.y), bottom = std::max(bottom, t.y);
         }
     const auto clipped = [](float v, int most) { return std::clamp(static_cast<int>(v), 0, most); };
-    for (int y = clipped(top, ground_.height); y < clipped(bottom + 1, ground_.height); ++y)
-        for (int x = clipped(left, ground_.width); x < clipped(right + 1, ground_.width); ++x) {
-            int hits = 0;
-            for (int k = 0; k < samples * samples; ++k) {
-                const float fx = static_cast<float>(x) + (static_cast<float>(k % samples) + 0.5f) / samples;
-                const float fy = static_cast<float>(y) + (static_cast<float>(k / samples) + 0.5f) / samples;
-                hits += inside(outlines, {ground_.left + fx / ground_.texelsAUnit, ground_.top - fy / ground_.texelsAUnit});
+    const int x0 = clipped(left, ground_.width), x1 = clipped(right + 1, ground_.width);
+    for (int y = clipped(top, ground_.height); y < clipped(bottom + 1, ground_.height); ++y) {
+        std::vector<int> hits(static_cast<std::size_t>(std::max(x1 - x0, 0)));
+        for (int row = 0; row < samples; ++row) {
+            const float fy = static_cast<float>(y) + (static_cast<float>(row) + 0.5f) / samples;
+            const std::vector<float> xs = crossings(outlines, ground_.top - fy / ground_.texelsAUnit);
+            std::size_t passed = 0; // even-odd: inside between the first and the second, and so on
+            for (int k = 0; k < (x1 - x0) * samples; ++k) {
+                const float fx = static_cast<float>(x0 + k / samples) + (static_cast<float>(k % samples) + 0.5f) / samples;
+                while (passed < xs.size() && xs[passed] <= ground_.left + fx / ground_.texelsAUnit)
+                    ++passed;
+                hits[static_cast<std::size_t>(k / samples)] += passed % 2 == 1;
             }
-            if (hits > 0) visit(x, y, static_cast<float>(hits) / (samples * samples));
         }
+        for (int x = x0; x < x1; ++x)
+            if (const int hit = hits[static_cast<std::size_t>(x - x0)])
+                visit(x, y, static_cast<float>(hit) / (samples * samples));
+    }
 }
 
 void Sprite::shape(const std::vector<Outline>& outlines, const Tint& tint, float worn) {
