@@ -14,7 +14,7 @@ namespace {
 // Towards the viewer while highlighted: units, and shares of the way to the middle of the view.
 constexpr float pull = 15, pullAside = 0.05f, middleOfView = 50;
 constexpr float labelLift = 0.6f;    // before the mesh's face, clear of its outline
-constexpr float labelShare = 0.86f;  // of the mesh's width that a label may take
+constexpr float labelShare = 0.77f;  // of the mesh's width that a label may take
 constexpr Vec3 shadowFrom{0.35f, 0.4f, 0};
 constexpr Vec4 shadowColour{0, 0, 0, 0.75f};
 constexpr float letterMiddle = 0.5f; // of a line's height, where its capitals have theirs
