@@ -219,6 +219,8 @@ int mainLoop(platform::Platform& system, const Options& options, Game& game, Rec
         }
         managers.audioManager->setAudible(renderer.hasFocus() || !renderer.fullscreen);
         if (renderer.active) {
+            // Once more: a click must find the mouse where it was clicked.
+            if (!recording.playsInput()) readMouse(renderer, controllers);
             recording.beforeFrame(frame, controllers, renderer);
             const bool wantsPicture = controllers.isPressed(pictureKey);
             if (wantsPicture) renderer.captureFrame = true;

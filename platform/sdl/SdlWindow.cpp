@@ -140,6 +140,12 @@ std::optional<ClientPoint> SdlWindow::cursorPosition() const {
     int left = 0, top = 0;
     ClientPoint cursor;
     SDL_GetWindowPosition(window_, &left, &top);
+    if (SDL_GetMouseFocus() == window_) {
+        // From the window's own messages: a pointer that another program moves, such as a remote desktop, sends no
+        // others.
+        SDL_GetMouseState(&cursor.x, &cursor.y);
+        return cursor;
+    }
     // Global, because inside a window SDL stops at its edge.
     SDL_GetGlobalMouseState(&cursor.x, &cursor.y);
     return ClientPoint{cursor.x - left, cursor.y - top};
