@@ -23,7 +23,7 @@ constexpr float hangsAt = 45, bounce = -0.35f, swingBack = -7;
 constexpr Vec3 hangsBy{60, -40, 0}; // of the board, from its upper left corner
 
 // On the board, as it hangs by its corner.
-constexpr float tabsAt = 7, tabsBefore = 5;
+constexpr float tabsAt = 4, tabsBefore = 5;
 constexpr float tabHeights[] = {-15, -31, -47, -65};
 
 constexpr int profilerKey = platform::key::f1 + 2; // F3

@@ -13,7 +13,7 @@ using namespace Zelkor;
 
 namespace {
 
-constexpr Vec3 offset{4, -5, 1.2f}; // of the page from the board's corner, in front of its face
+constexpr Vec3 offset{5, -5, 1.2f}; // of the page from the board's corner, in front of its face
 // Units of the page.
 constexpr float itemsAt = 25, slidersAt = 35;
 constexpr float firstRow = 4, inputRow = 8.714f, graphicsRow = 11;

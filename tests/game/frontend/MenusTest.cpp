@@ -110,7 +110,7 @@ class MenusTest : public WorldTest {
     }
     // The page hangs still: its corner from the board's.
     Vec2 pageOnScreen(const Vec2& point) const {
-        return onScreen({-60 + 4 + point.x, 85 - 5 - point.y, -3.8f});
+        return onScreen({-60 + 5 + point.x, 85 - 5 - point.y, -3.8f});
     }
     MenuManager& menus() const { return *game->menuManager; }
     ControllerManager& controllers() const { return *managers->controllerManager; }
