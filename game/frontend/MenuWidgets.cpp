@@ -41,9 +41,7 @@ bool MenuWidget::update(const MenuInput& input, const Vec2& pointer, float dt, b
 
 MenuTextButton::MenuTextButton(GuiPanel& panel, const std::string& label, const Vec2& at,
                                std::function<void()> action)
-    : MenuWidget(panel, label, at), action_(std::move(action)) {
-    rectangle_.right = at.x + textExtent(label_);
-}
+    : MenuWidget(panel, label, at), action_(std::move(action)) {}
 
 bool MenuTextButton::react(const Act& act) {
     if (!act.clicked && !act.accepted) return false;
