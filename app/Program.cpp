@@ -212,6 +212,8 @@ int mainLoop(platform::Platform& system, const Options& options, Game& game, Rec
         platform::Message message;
         while (system.pollMessage(message)) {
             if (message.kind == platform::MessageKind::quit) return message.code;
+            if (renderer.fullscreen && message.kind == platform::MessageKind::activateApp && !message.down)
+                game.pauseSoon(); // nobody is looking
             if (message.kind == platform::MessageKind::toggleFullscreen)
                 fullscreenKeys.toggle(renderer, *game.settings, controllers);
             else

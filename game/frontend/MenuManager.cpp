@@ -87,8 +87,8 @@ void MenuManager::closeMenus(const MenuBase* keep, bool immediately) {
         for (std::size_t i = 0; i < menus.size(); ++i) // closing may push another
             if (menus[i].get() != keep) menus[i]->close();
     } else if (updating_) {
-        closeRequested_ = true;
-        closeKeep_ = keep;
+        for (const auto& menu : menus)
+            if (menu.get() != keep) doomed_.push_back(menu.get());
     } else {
         deleteMenus(keep);
     }
@@ -100,17 +100,25 @@ void MenuManager::deleteMenus(const MenuBase* keep) {
         if (menus[i].get() != keep) menus.erase(menus.begin() + static_cast<std::ptrdiff_t>(i));
 }
 
+// Those that were open when all others had to close; what has been pushed since stays.
+void MenuManager::deleteDoomed() {
+    for (std::size_t i = menus.size(); i-- > 0;)
+        if (std::find(doomed_.begin(), doomed_.end(), menus[i].get()) != doomed_.end())
+            menus.erase(menus.begin() + static_cast<std::ptrdiff_t>(i));
+    doomed_.clear();
+}
+
 bool MenuManager::updateMenus(double total, float dt) {
     const float aspect = engineManagers()->renderer->aspect;
     if (!menus.empty()) fitCamera(aspect); // what the mouse points at is asked of it
     updating_ = true;
-    closeRequested_ = false;
     bool pauses = false;
     // Menus push others meanwhile, which are then updated too.
     for (std::size_t i = 0; i < menus.size();) {
         MenuBase& menu = *menus[i];
         menu.update(total, dt, i + 1 == menus.size());
         if (menu.closed) {
+            std::erase(doomed_, &menu); // before another takes its place in memory
             menus.erase(menus.begin() + static_cast<std::ptrdiff_t>(i));
             continue;
         }
@@ -118,7 +126,7 @@ bool MenuManager::updateMenus(double total, float dt) {
         ++i;
     }
     updating_ = false;
-    if (closeRequested_) closeMenus(closeKeep_, true);
+    deleteDoomed();
     for (GuiSceneWorkspace* panel : panels_)
         advanceSprites(panel->root, dt);
     fadeLayers(dt);

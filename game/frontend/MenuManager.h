@@ -26,8 +26,8 @@ class MenuManager {
     void pushMenu(std::unique_ptr<MenuBase> menu);
     // Its flat things cover those of the other menus from now on.
     void raise(const MenuBase& menu);
-    // All but keep, which may be null. Immediately: they are deleted, inside updateMenus right after it has gone
-    // through the stack; else they are told to close.
+    // All that are open now but keep, which may be null. Immediately: they are deleted, inside updateMenus right after
+    // it has gone through the stack; else they are told to close.
     void closeMenus(const MenuBase* keep, bool immediately);
     // Once per update substep, with the timer "main". True when a menu holds the stage.
     bool updateMenus(double total, float dt);
@@ -59,6 +59,7 @@ class MenuManager {
 
     MenuManager(Zelkor::GuiScreenWorkspace& playDisplay, std::unique_ptr<Zelkor::GuiScreenWorkspace> own);
     void deleteMenus(const MenuBase* keep);
+    void deleteDoomed();
     void fadeLayers(float dt);
     void updateCursor();
     void fitCamera(float aspect);
@@ -66,8 +67,7 @@ class MenuManager {
     std::unique_ptr<Zelkor::GuiScreenWorkspace> workspace_; // of menuLayer and cursor
     std::vector<Zelkor::GuiSceneWorkspace*> panels_;        // drawn in this order, over menuScene
     bool updating_ = false;
-    bool closeRequested_ = false;
-    const MenuBase* closeKeep_ = nullptr;
+    std::vector<const MenuBase*> doomed_; // to be deleted after the update
 };
 
 // Flat things in menuScene: labels and pages. x to the right and y down, in units of the scene; what comes later

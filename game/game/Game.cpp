@@ -7,6 +7,7 @@
 #include "core/Log.h"
 #include "core/Random.h"
 #include "core/TimerManager.h"
+#include "frontend/LevelStartMenu.h"
 #include "frontend/MenuManager.h"
 #include "fx/ParticleManager.h"
 #include "game/GameCamera.h"
@@ -156,9 +157,20 @@ void Game::startSession() {
     postChain.setUp();
 }
 
+void Game::goToStage(int stage) {
+    stage = std::clamp(stage, 0, stageCount - 1);
+    if (stage == currentStage && stage != 0 && stageFile.empty()) {
+        if (!musicName.empty()) engineManagers()->audioManager->playMusic(musicName);
+        menuManager->closeMenus(nullptr, false);
+        return;
+    }
+    menuManager->openMenu(MenuKind::levelStart, LevelStartMenu::newSession);
+    currentStage = stage;
+    stageFile.clear();
+}
+
 void Game::restartTransition() {
-    constexpr int toTitle = 2;
-    menuManager->openMenu(MenuKind::levelStart, toTitle);
+    menuManager->openMenu(MenuKind::levelStart, LevelStartMenu::newSessionTitle);
 }
 
 // The order of a frame. Everything moves before anything is drawn; the input's previous states are taken
@@ -197,9 +209,11 @@ void Game::gameStep() {
     TimerManager& timers = TimerManager::instance();
     const GameTimer& main = *timers.findTimer("main");
     const PlayerInput& input = engineManagers()->controllerManager->firstPlayer();
-    const bool wantsPause = input.pressed(PlayerInput::startMask) || input.pressed(PlayerInput::backMask);
+    const bool wantsPause =
+        pauseWanted_ || input.pressed(PlayerInput::startMask) || input.pressed(PlayerInput::backMask);
     if (wantsPause && menuManager->empty() && timers.findTimer("game")->paused == 0)
         menuManager->openMenu(MenuKind::pause);
+    if (!menuManager->empty()) pauseWanted_ = false;
     const bool held = menuManager->updateMenus(main.total, main.delta);
     if (!held && session) session->update(timers.findTimer("game")->delta); // which a menu may just have paused
 }

@@ -43,10 +43,15 @@ class Game {
     void preloadAssets();
     // Straight into play, with no menu open.
     void startWithoutMenus();
-    // Fades to black, then shows the title over a new session.
-    void restartTransition();
     // Replaces the session by one for currentStage.
     void startSession();
+    // From the stage map, or from a stage that has been cleared: the stage that runs goes on, with its music, unless it
+    // is the first; any other begins after a fade.
+    void goToStage(int stage);
+    // Fades out, and in to the title over a new session of currentStage.
+    void restartTransition();
+    // The pause menu, as soon as it can be opened; nothing if another menu is open by then.
+    void pauseSoon() { pauseWanted_ = true; }
 
     // Those of the running session, null without one.
     TileGrid* tileGrid() const;
@@ -72,5 +77,6 @@ class Game {
     void renderGui();
     void flickerSketch();
 
+    bool pauseWanted_ = false;
     float flickerTimer_ = 0; // seconds since the sketch was last redrawn
 };

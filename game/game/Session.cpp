@@ -109,6 +109,7 @@ void Session::update(float dt) {
 
 void Session::restart() {
     camera->snap = true;
+    camera->panActive = false;
     camera->setLock({}, lockReleased);
     tileGrid->loadLevel(fileName_, true);
     eventList->resetEvents();

@@ -57,7 +57,6 @@ inline constexpr struct HeroConstants {
     float flashBlink = 50;  // radians of blinking over the whole flash
     float shakeAmplitude = 1.5f, shakeDecay = 4;
     float deathPoseSpeed = 0.01f;
-    float restartDelay = 1.2f;
 
     // The camera area.
     float edgeMargin = 5;

@@ -5,6 +5,7 @@
 #include "actors/player/HeroConstants.h"
 #include "animation/SkeletonInstance.h"
 #include "core/EngineManagers.h"
+#include "frontend/DeathMenu.h"
 #include "fx/ParticleManager.h"
 #include "game/GameCamera.h"
 #include "game/Session.h"
@@ -88,7 +89,7 @@ void PlayerRocket::startPoses() {
 
 void PlayerRocket::update(float time, float dt) {
     if (dead) {
-        waitForRestart(dt);
+        if (healthBar) healthBar->update(0, dt);
         return;
     }
     steer(dt);
@@ -223,11 +224,6 @@ void PlayerRocket::die() {
     if (gun_->unit()) gun_->unit()->visible = false;
     if (const Zelkor::EngineManagers* managers = Zelkor::engineManagers())
         managers->particleManager->createEffect(explosion, bodyCentre);
+    openDeathMenu();
     notifyDeath(*this);
-}
-
-void PlayerRocket::waitForRestart(float dt) {
-    if (healthBar) healthBar->update(0, dt);
-    deadTime_ += dt;
-    if (deadTime_ > heroConstants.restartDelay && world_.session) world_.session->restartRequested = true;
 }

@@ -35,12 +35,10 @@ class PlayerRocket final : public Player {
     void place(float time);
     void placeSteam();
     void stopSteam();
-    void waitForRestart(float dt);
 
     Zelkor::AnimationMixState* poses_ = nullptr; // of the unit's skeleton; null without one
     Zelkor::Animation* hurt_ = nullptr;          // while it is in sight
     Zelkor::EffectInstance* steam_ = nullptr;    // of the boiler; null once it has ended
     int exhaust_ = -1;                           // the joint that it leaves from
     Zelkor::Vec2 leaning_;                       // the stick as the body follows it
-    float deadTime_ = 0;                         // seconds
 };

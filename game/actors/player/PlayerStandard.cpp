@@ -11,6 +11,7 @@
 #include "actors/player/PlayerInAirState.h"
 #include "actors/player/PlayerOnGroundState.h"
 #include "actors/rides/Minecart.h"
+#include "frontend/DeathMenu.h"
 #include "game/GameCamera.h"
 #include "game/Session.h"
 #include "gui/HealthBar.h"
@@ -77,7 +78,7 @@ void PlayerStandard::update(float time, float dt) {
     collectPickups(body.min, body.max);
     if (healthBar) healthBar->update(health / maxHealth, dt);
     updateFlash(time, dt);
-    finishStep(dt);
+    finishStep();
 }
 
 void PlayerStandard::turn(float dt) {
@@ -139,15 +140,12 @@ void PlayerStandard::holdInView(float x, bool leftEdge) {
     if (leftEdge ? velocity.x < 0 : velocity.x > 0) velocity.x = 0;
 }
 
-void PlayerStandard::finishStep(float dt) {
+void PlayerStandard::finishStep() {
     poseGun();
     if (world_.camera && world_.camera->target == this) world_.camera->targetOffset = lookAhead.offset;
     lastPosition = unit->position;
     if (!inGravityField && up.y < 1) setGravityFrame(normalUp, normalRight);
     inGravityField = false;
-    if (dead) deadTime_ += dt;
-    if (dead && deadTime_ > heroConstants.restartDelay && world_.session)
-        world_.session->restartRequested = true;
 }
 
 PlayerClimbState& PlayerStandard::climbState() {
@@ -275,4 +273,5 @@ void PlayerStandard::die(bool /*fallingOut*/) {
     setClipSpeed(*unit, HeroClips::hurtFront.name, heroConstants.deathPoseSpeed);
     setClipSpeed(*unit, HeroClips::hurtBack.name, heroConstants.deathPoseSpeed);
     health = 0;
+    openDeathMenu();
 }

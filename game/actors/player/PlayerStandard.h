@@ -24,7 +24,7 @@ class PlayerStandard final : public Player {
     int onHit(const Attack& attack) override;
     void keepInView() override;
     void updateCameraOffset(float moveX, float dt) override;
-    // Once; what follows is the session's restart.
+    // Once; what follows is the death menu, which restarts the session.
     void die(bool fallingOut);
 
     // For the states.
@@ -65,11 +65,10 @@ class PlayerStandard final : public Player {
     void collideWithPlatforms();
     void collideWithTiles(const Zelkor::Vec3& travelled, float dt);
     void holdInView(float x, bool leftEdge);
-    void finishStep(float dt);
+    void finishStep();
     Box hurtBox() const;
     void forgetLostPlatform();
 
     std::array<std::unique_ptr<PlayerState>, PlayerState::count> states_;
     bool lookedAhead_ = false;       // in this update
-    float deadTime_ = 0;             // seconds
 };
