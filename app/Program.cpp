@@ -250,10 +250,12 @@ int mainLoop(platform::Platform& system, const Options& options, Game& game, Rec
 std::filesystem::path findDataFolder(const Options& options, const std::filesystem::path& executableFolder) {
     if (!options.data.empty()) return options.data;
     const std::filesystem::path candidates[] = {"data", executableFolder / "data",
-                                                executableFolder / ".." / "data", RUSTPIKE_INSTALLED_DATA};
-    for (const auto& candidate : candidates) {
+                                                executableFolder / ".." / "data",
+                                                executableFolder / ".." / "share/games/rustpike/data",
+                                                RUSTPIKE_INSTALLED_DATA};
+    for (const auto& candidate : candidates) { // other programs have data folders too
         std::error_code ignored;
-        if (std::filesystem::is_directory(candidate, ignored)) return candidate;
+        if (std::filesystem::exists(candidate / "sample.fnt", ignored)) return candidate;
     }
     return candidates[0];
 }

@@ -26,8 +26,6 @@ int main(int argc, char** argv) {
     }
     platform::SdlPlatform system({.headless = headless, .soundFile = options->soundFile});
     platform::setCurrent(&system);
-    std::error_code ignored;
-    const auto executable = std::filesystem::canonical(argv[0], ignored);
-    Zelkor::setDataFolder(findDataFolder(*options, executable.parent_path()));
+    Zelkor::setDataFolder(findDataFolder(*options, system.programFolder()));
     return options->checkData ? checkData() : runProgram(system, *options);
 }

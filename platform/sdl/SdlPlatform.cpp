@@ -182,6 +182,13 @@ bool SdlPlatform::displayAvailable() {
     return initVideo(false) && !isUnseen(SDL_GetCurrentVideoDriver()) && SDL_GetNumVideoDisplays() > 0;
 }
 
+std::filesystem::path SdlPlatform::programFolder() {
+    char* folder = SDL_GetBasePath();
+    const std::filesystem::path found = folder ? folder : "";
+    SDL_free(folder);
+    return found;
+}
+
 bool SdlPlatform::registerWindowClass() {
     return state_->startVideo();
 }

@@ -27,6 +27,8 @@ class SdlPlatform final : public Platform {
 
     // Whether there is a screen that a window could be shown on. Opens none; before constructing a platform.
     static bool displayAvailable();
+    // Where the running program lies; empty when the system cannot tell.
+    static std::filesystem::path programFolder();
 
     bool registerWindowClass() override;
     std::unique_ptr<Window> createWindow(const WindowOptions& options) override;
