@@ -225,7 +225,10 @@ int mainLoop(platform::Platform& system, const Options& options, Game& game, Rec
             if (!recording.playsInput()) readMouse(renderer, controllers);
             recording.beforeFrame(frame, controllers, renderer);
             const bool wantsPicture = controllers.isPressed(pictureKey);
-            if (wantsPicture) renderer.captureFrame = true;
+            if (wantsPicture) {
+                renderer.captureFrame = true;
+                renderer.sceneHidden = false;
+            }
             if (options.fade && game.camera()) game.camera()->fade = *options.fade;
             game.runFrame();
             if (!recording.afterFrame(frame, game, renderer)) exitCode = 1;

@@ -14,6 +14,8 @@ install(FILES ${CMAKE_SOURCE_DIR}/packaging/rustpike.desktop DESTINATION ${share
 install(FILES ${CMAKE_SOURCE_DIR}/packaging/rustpike.svg DESTINATION ${sharedFolder}/icons/hicolor/scalable/apps)
 install(FILES ${CMAKE_SOURCE_DIR}/README.md DESTINATION ${sharedFolder}/doc/rustpike)
 
+set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY TRUE) # no tests, no tools
+
 # tools/package.sh makes a package of it.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME rustpike)

@@ -7,6 +7,7 @@ packages=(
   libgtest-dev libbenchmark-dev libpng-dev
   libopenal-dev libvorbis-dev libfreetype-dev libgeos-dev
   fonts-klee fonts-cabinsketch
+  xvfb xauth xdotool
   csound sox abcmidi fluidsynth fluidr3mono-gm-soundfont vorbis-tools
 )
 

@@ -23,8 +23,8 @@ constexpr float markerRate = 3;                       // radians per second
 constexpr const char *moveSound = "fullballoon", *backSound = "dropballoon", *shotSound = "shot1";
 
 // Units of the menus' scene. The sheet's lower left corner, BACK's middle, and what both together need of the view.
-constexpr Vec3 sheetPlace{-70, 16, 0}, backPlace{58, 6.5f, 0};
-constexpr float neededWidth = 160, viewHeight = 100;
+constexpr Vec3 sheetPlace{-70, 17, 0}, backPlace{58, 7.5f, 0};
+constexpr float neededWidth = 158, neededHeight = 107, viewHeight = 100;
 constexpr float hangRate = 4, hangWay = 110;
 
 void play(const char* sound) {
@@ -88,11 +88,12 @@ void LevelSelectMenu::update(double total, float dt, bool isTop) {
     if (untilStart_ <= 0) Game::get().goToStage(selected_);
 }
 
-// A narrow screen sees less to the sides: then everything hangs farther away.
+// As far away as it takes to see it all; a narrow screen sees less to the sides.
 void LevelSelectMenu::hang(float dt) {
     arrival_ = clamp(arrival_ + (closing_ ? -hangRate : hangRate) * dt, 0, 1);
     const float above = (1 - arrival_) * (1 - arrival_) * hangWay;
-    const float farther = std::max(neededWidth / (viewHeight * manager_.menuCamera.aspect), 1.0f) - 1;
+    const float needed = std::max(neededWidth / manager_.menuCamera.aspect, neededHeight);
+    const float farther = needed / viewHeight - 1;
     const Vec3 shift{0, above, -farther * manager_.menuCamera.position.z};
     board_.place(sheetPlace + shift);
     back_.place(backPlace + shift);

@@ -21,7 +21,7 @@ constexpr float pathWidth = 0.5f, pathGap = 5.4f;    // units; the gap: from the
 constexpr float markerSize = 17, holeSize = 2;
 constexpr float captionX = 70, captionY = -11.5f, captionHeight = 8; // its middle and its lower edge
 constexpr float overSheet = 0.6f; // towards the viewer, clear of the sheet's outline
-constexpr Vec4 pathColour{0.3f, 0.22f, 0.2f, 1};
+constexpr Vec4 pathColour{0.3f, 0.22f, 0.2f, 1}, captionColour{0.45f, 0.16f, 0.12f, 1};
 constexpr std::size_t pictureUnit = 2; // of the sheet's material
 constexpr const char* sheetMaterial = "map_sheet";
 
@@ -63,6 +63,7 @@ MapBoard::MapBoard(MenuManager& manager)
     way_ = static_cast<GuiPanel*>(root.createChild(GuiKind::panel, 0, 0, 0, 1, 1));
     marker_ = squareSprite(root, "sprites/mapmarker", {}, markerSize);
     caption_ = &sceneText(root, "MENUFONT", "", {}, captionHeight);
+    caption_->colour = captionColour;
 }
 
 MapBoard::~MapBoard() {
