@@ -92,6 +92,11 @@ class MenusTest : public WorldTest {
         const auto& sounds = managers->audioManager->sounds();
         return std::any_of(sounds.begin(), sounds.end(), [&](const SoundEntry& s) { return s.name == name; });
     }
+    Vec3 placeOf(const std::string& mesh) const {
+        const auto& units = menus().menuScene.units();
+        const auto found = std::find_if(units.begin(), units.end(), [&](const auto& u) { return u->name() == mesh; });
+        return found == units.end() ? Vec3{} : (*found)->position;
+    }
     ScriptedMenu& push(int kind, std::function<void(ScriptedMenu&)> script = {}) {
         auto menu = std::make_unique<ScriptedMenu>(kind, std::move(script));
         ScriptedMenu& pushed = *menu;
@@ -188,6 +193,8 @@ TEST_F(ColdStart, LoadsShowsTheTitleAndQuits) {
     frames(1);
     EXPECT_EQ(open(), (Kinds{7, 0}));
     ASSERT_TRUE(game->session);
+    EXPECT_NEAR(placeOf("title/title_letter1").x, -250 * (1 - 4 / 60.0f), 1e-3f); // a substep old
+    EXPECT_NEAR(placeOf("title/title_letter7").x, 250, 1e-3f);                    // not yet on its way
     EXPECT_EQ(game->musicName, "desert");
     EXPECT_EQ(managers->audioManager->musicName, "");
     frames(30);
@@ -216,6 +223,7 @@ TEST_F(ColdStart, EveryDeviceOpensTheOptionsAndTheTitleGlidesAway) {
             pointAt(onScreen({50, 32.5f, 0}));
             controllers().setButton(platform::mouseLeftCode, true);
             frames(2);
+            EXPECT_NEAR(distance(placeOf("title/optionbtn"), {47.5f, 33.375f, 15}), 0, 1e-3f); // pulled
             pointAt({0.01f, 0.01f}); // let go elsewhere, it is none
             controllers().setButton(platform::mouseLeftCode, false);
             frames(2);
