@@ -102,7 +102,6 @@ class Bandit1 final : public Bandit {
     bool waitingToShoot_ = false; // he has turned and not shot since
     bool mobile_ = false;
     float startDelay_ = 0; // seconds
-    float walkTarget_ = 0; // world x
     bool hasFooting_ = false;
     Platform* platform_ = nullptr;   // ridden
     CarrierBird* bird_ = nullptr;    // that carries him

@@ -24,13 +24,11 @@ constexpr float walkPause = 1.2f, walkEndPause = 0.52f;
 constexpr float offScreenPause = 0.6f;
 
 // World units.
-constexpr float heroBelow = -8;  // he aims down from here on
-constexpr float sideMargin = 5;  // a hero no farther aside counts as right of him
-constexpr float turnMargin = 15; // aiming down he turns only this near to the end of his floor
-constexpr float heroNear = 16;   // he does not walk towards one nearer than this
-constexpr float targetFromEnd = 5;
+constexpr float heroBelow = -8;     // he aims down from here on
+constexpr float sideMargin = 5;     // a hero no farther aside counts as right of him
+constexpr float turnMargin = 15;    // aiming down he turns only this near to the end of his floor
+constexpr float heroNear = 16;      // he does not walk towards one nearer than this
 constexpr float roomToWalk = 30;    // of his floor
-constexpr float wallProbe = 5;      // beyond the end of his floor, and above it
 constexpr float screenHalf = 0.55f; // from the middle of the screen, where the edge is 0.5
 constexpr float clipBlend = 0.1f;   // seconds
 
@@ -93,20 +91,18 @@ int Bandit1::wantedFacing(float dx) const {
     return mayTurn ? side : facing;
 }
 
-// After his shots: towards a hero who is far off, else to the other end. False when there is no room.
+// After his shots: towards a hero who is far off, else to the other end; a wall ends his floor as an edge
+// does. False when there is no room.
 bool Bandit1::startWalk() {
     shots_ = 0;
     timer_ = walkPause;
     const Thingy* hero = nearestHero();
     const float dx = hero ? hero->position().x - position().x : 0;
     const int side = dx < 0 ? -1 : 1;
-    const float end = patrol.end(side);
-    const bool open = !solidAt({end + wallProbe * static_cast<float>(side), position().y + wallProbe, 0});
-    const bool towardsHero = std::abs(dx) >= heroNear && open;
+    const bool towardsHero = std::abs(dx) >= heroNear;
     facing = towardsHero ? side : -facing;
     if (!towardsHero && patrol.length() <= roomToWalk) return false;
     if (atFloorEnd()) return false;
-    walkTarget_ = patrol.end(facing) - targetFromEnd * static_cast<float>(facing);
     mode = walk;
     play("walk1", clipBlend);
     return true;
@@ -114,8 +110,7 @@ bool Bandit1::startWalk() {
 
 void Bandit1::walkStep(float dt) {
     hurry(dt);
-    const bool arrived = (walkTarget_ - position().x) * static_cast<float>(facing) <= 0;
-    if (!arrived && !atFloorEnd()) return;
+    if (!atFloorEnd()) return;
     velocity.x = 0;
     shots_ = 0;
     mode = stand;

@@ -168,7 +168,7 @@ TEST_F(BanditsTest, TheMobileOneWalksBetweenShotsButNotOffHisFloor) {
                           {0, 100, -300, 0, ""},
                           {0, 100, 55, 0, ""},
                           {40, 50, 55, 50, ""},
-                          {0, 100, 300, 0, "wall 110 10 0 wall -50 10 0 "}}) {
+                          {0, 200, 300, 100, "wall 110 10 0 wall -50 10 0 "}}) {
         SCOPED_TRACE(::testing::Message() << c.floorFrom << ' ' << c.heroX << c.more);
         stage({{c.floorFrom, c.floorTo}}, c.more);
         Bandit1& pacer = bandit({50, 5, 0}, {{1, 1}});
