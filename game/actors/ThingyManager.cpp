@@ -86,6 +86,7 @@ void ThingyManager::insert(std::unique_ptr<Thingy> actor) {
         group.slots[slot] = std::move(actor);
     } else {
         group.slots.push_back(std::move(actor));
+        group.freeSlots.reserve(group.slots.capacity()); // so that no removal asks for memory
     }
 }
 

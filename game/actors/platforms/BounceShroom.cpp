@@ -28,6 +28,8 @@ class BounceShroom : public MovingPlatform {
         const float amplitude = std::min(steepness * timer_ * timer_, 1.0f) * strength_;
         const float a = amplitude * -sine(wobbleRate * (1 - timer_));
         unit->scale = {1 - a, 1 + a, 1 - a};
+        // Who stands on it goes up and down with its top: else he would hop on it for ever and never bounce.
+        lastMove.y += boxHeight * unit->scale.y - size.y;
         size.y = boxHeight * unit->scale.y;
     }
 

@@ -85,7 +85,9 @@ class CylinderPlatform : public Platform {
             return {true, {side, 0, 0}};
         }
         const float side = out.y < 0 ? -1.0f : 1.0f;
-        if (side > 0 && actorVelocity.y > 0) return {}; // jumping off it: his box would be lifted by its corner
+        // His box must not be lifted by its corner when he jumps off, nor hold him up beside the top where his feet
+        // have yet to come down.
+        if (side > 0 && (actorVelocity.y > 0 || isNearTop(dx))) return {};
         const float reach = squareRoot(radius_ * radius_ - out.x * out.x);
         centre.y = position().y + side * (reach + half.y);
         return {true, {0, side, 0}};
@@ -100,9 +102,10 @@ class CylinderPlatform : public Platform {
     bool standsOn(const Vec3& feet) const {
         const float dx = feet.x - position().x, dy = feet.y - position().y;
         if (absolute(dx) >= radius_ || dy <= 0) return false;
-        const bool nearTop = absolute(dx) <= radius_ * sine(topAngle);
-        return nearTop && containsPoint(feet.x, feet.y);
+        return isNearTop(dx) && containsPoint(feet.x, feet.y);
     }
+
+    bool isNearTop(float dx) const { return absolute(dx) <= radius_ * sine(topAngle); }
 
     void stopAtWall() {
         const TileGrid* grid = Game::get().tileGrid();

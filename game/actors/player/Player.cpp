@@ -21,6 +21,13 @@
 
 using Zelkor::Vec3;
 
+namespace {
+
+// Platforms or pickups around him for which he keeps room, so that none of his steps asks for memory.
+constexpr std::size_t mostNear = 64;
+
+} // namespace
+
 PlayerSurroundings PlayerSurroundings::ofGame() {
     PlayerSurroundings world;
     world.device = &Zelkor::engineManagers()->controllerManager->firstPlayer();
@@ -46,6 +53,7 @@ Player::Player(Zelkor::Unit& ownUnit, const PlayerSurroundings& surroundings)
     heldJumpGravity = heroConstants.heldJumpGravity * factor;
     terminalSpeed = heroConstants.terminalSpeed;
     if (timer) timer->scale = 1;
+    near_.reserve(mostNear);
     setWeapon(WeaponIndex::mainGun);
     if (world_.display) {
         healthBar = std::make_unique<HealthBar>(*world_.display);

@@ -47,6 +47,7 @@ PlayerStandard::PlayerStandard(Zelkor::Unit& ownUnit, const PlayerSurroundings& 
     playClip(ownUnit, HeroClips::idle);
     prepareArmRecoil(ownUnit);
     leadCamera();
+    settle();
 }
 
 PlayerStandard::~PlayerStandard() = default;
@@ -236,6 +237,16 @@ void PlayerStandard::teleport(const Vec3& destination) {
     const Vec3 offset = destination - unit->position;
     moveBody(offset);
     lastPosition += offset;
+    settle();
+}
+
+// Set down on ground he stands in it at once, as deep as always, instead of falling there first.
+void PlayerStandard::settle() {
+    const Vec3 footing = up * heroConstants.footing;
+    groundSide = world_.grid && world_.grid->tileAt(feet() - footing, groundMask) ? 1 : 0;
+    if (groundSide <= 0 || world_.grid->tileAt(feet(), groundMask)) return;
+    moveBody(-1 * footing);
+    lastPosition -= footing;
 }
 
 PlayerStandard::Box PlayerStandard::hurtBox() const {

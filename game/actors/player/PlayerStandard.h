@@ -59,6 +59,7 @@ class PlayerStandard final : public Player {
   private:
     PlayerClimbState& climbState();
     PlayerCartState& cartState();
+    void settle();
     void turn(float dt);
     void placeUnit();
     void moveBody(const Zelkor::Vec3& delta);

@@ -2,6 +2,8 @@
 #include "actors/platforms/RailPath.h"
 #include "game/WorldTest.h"
 
+#include <algorithm>
+
 using namespace Zelkor;
 
 namespace {
@@ -105,6 +107,19 @@ TEST_F(PlatformsTest, FallsOnceItHasBeenSteppedOn) {
     EXPECT_NEAR(ledge.carry().y, -65.0f / 60, 1e-3f);
 }
 
+TEST_F(PlatformsTest, AShroomWobblesUnderItsRiderWithoutLosingHim) {
+    Platform& shroom = platform(45, {}, {{0, 0}});
+    Vec3 feet{5, 4.9f, 0};
+    ride(shroom, feet, 1, -110);
+    float lowest = feet.y, highest = feet.y;
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_TRUE(ride(shroom, feet, 1).pushed) << i;
+        lowest = std::min(lowest, feet.y);
+        highest = std::max(highest, feet.y);
+    }
+    EXPECT_GT(highest - lowest, 4);
+}
+
 TEST_F(PlatformsTest, ASeesawTipsUnderItsRiderAndComesBack) {
     Platform& plank = platform(25, {});
     Vec3 feet{15, 9.9f, 0};
@@ -139,6 +154,8 @@ TEST_F(PlatformsTest, ALogRollsUnderItsRiderCrushesAndStopsAtAWall) {
     startStage("0 0 1 1 wall 60 0 0 ", "");
     Platform& log = platform(26, {0, 5, 0});
     spawn(GROUP_ENEMIES, {30, 5, 0}, "none").hitPadding = {3, 3, 3};
+    Vec3 beside{-6, 14.5f, 0}; // only the corner of his box is in it
+    EXPECT_FALSE(ride(log, beside, 1).pushed);
     Vec3 feet{6, 12.9f, 0};
     const PlatformContact contact = ride(log, feet, 40);
     EXPECT_EQ(contact.normal, (Vec3{0, 1, 0}));

@@ -70,3 +70,20 @@ TEST_F(SessionTest, AFrameUpdatesInSubstepsAndDrawsOnce) {
     EXPECT_EQ(managers->unitManager->frameNumber, 1);          // drawn once
     EXPECT_FALSE(managers->controllerManager->isPressed('Z')); // the frame is over
 }
+
+// What a player presses must be in the very picture that is drawn next: one frame more is felt.
+TEST_F(SessionTest, AKeyShowsInThePictureOfItsOwnFrame) {
+    startStage("0 0 3 1 floor 0 0 0 floor 10 0 0 ",
+               "{ SpawnPlayer{ pos 5 6 0 rot 0 0 1 0 mesh none } StartupTriggers 1 0 }");
+    managers->debugManager->startUp();
+    for (int i = 0; i < 30; ++i)
+        frame(17);
+    const Thingy& hero = *actors(GROUP_PLAYER).at(0);
+    const float ground = hero.position().y;
+    ControllerManager& keys = *managers->controllerManager;
+    for (const int binding : {bindingJump, bindingFire})
+        keys.handleMessage({.kind = platform::MessageKind::key, .down = true, .code = keys.bindings[binding]});
+    frame(17);
+    EXPECT_GT(hero.position().y, ground + 1);
+    EXPECT_EQ(actors(GROUP_BULLETS).size(), 1u);
+}
