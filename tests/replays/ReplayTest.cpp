@@ -38,7 +38,10 @@ const std::vector<Replay>& replays() {
                                             {"cart", "proving/cart", 720, 12},
                                             {"doors", "proving/doors", 780, 10},
                                             {"flying", "proving/flying", 1020, 5},
-                                            {"gravity", "proving/gravity", 960, 5}};
+                                            {"gravity", "proving/gravity", 960, 5},
+                                            {"platforms", "proving/platforms", 1500, 9},
+                                            {"planks", "proving/planks", 1320, 8},
+                                            {"weapons", "proving/weapons", 1320, 10}};
     return all;
 }
 
