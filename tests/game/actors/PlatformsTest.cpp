@@ -111,13 +111,12 @@ TEST_F(PlatformsTest, AShroomWobblesUnderItsRiderWithoutLosingHim) {
     Platform& shroom = platform(45, {}, {{0, 0}});
     Vec3 feet{5, 4.9f, 0};
     ride(shroom, feet, 1, -110);
-    float lowest = feet.y, highest = feet.y;
+    float lowest = feet.y;
     for (int i = 0; i < 20; ++i) {
         EXPECT_TRUE(ride(shroom, feet, 1).pushed) << i;
         lowest = std::min(lowest, feet.y);
-        highest = std::max(highest, feet.y);
     }
-    EXPECT_GT(highest - lowest, 4);
+    EXPECT_LT(lowest, 3);
 }
 
 TEST_F(PlatformsTest, ASeesawTipsUnderItsRiderAndComesBack) {
