@@ -77,38 +77,23 @@ class JourneyTest : public WorldTest {
 };
 
 constexpr int enter = platform::key::enter, left = platform::key::left, right = platform::key::right;
-constexpr int up = platform::key::up, down = platform::key::down, escape = platform::key::escape;
+constexpr int down = platform::key::down, escape = platform::key::escape;
 
 } // namespace
 
 TEST_F(JourneyTest, SheetsHoldFiveStagesAndTheirWay) {
-    struct Case {
-        int page, unlocked;
+    const std::pair<std::pair<int, int>, std::vector<int>> ways[] = { // page and unlocked stage; where it leads
+        {{0, 4}, {0, 1, 2, 3, 4}}, {{1, 12}, {4, 5, 6, 7, 8, 9, 10}}, {{3, 19}, {14, 15, 16, 17, 18, 19}}};
+    for (const auto& [sheet, expected] : ways) {
         std::vector<int> leadTo;
-        Vec2 first, last;
-    };
-    const Case cases[] = {{0, 0, {0, 1, 2, 3, 4}, {25, 40}, {100, 40}},
-                          {0, 4, {0, 1, 2, 3, 4}, {25, 40}, {100, 40}},
-                          {0, 5, {0, 1, 2, 3, 4, 5}, {25, 40}, {120, 40}},
-                          {1, 12, {4, 5, 6, 7, 8, 9, 10}, {5, 35}, {120, 40}},
-                          {2, 14, {9, 10, 11, 12, 13, 14}, {5, 40}, {100, 25}},
-                          {3, 19, {14, 15, 16, 17, 18, 19}, {5, 48}, {105, 15}}};
-    for (const Case& each : cases) {
-        const auto items = MapPage::items(each.page, each.unlocked);
-        std::vector<int> leadTo;
-        for (const MapItem& item : items)
+        for (const MapItem& item : MapPage::items(sheet.first, sheet.second))
             leadTo.push_back(item.stage);
-        EXPECT_EQ(leadTo, each.leadTo);
-        const auto isAt = [](const MapItem& item, const Vec2& corner) {
-            return item.corner.x == corner.x && item.corner.y == corner.y;
-        };
-        EXPECT_TRUE(isAt(items.front(), each.first) && isAt(items.back(), each.last)) << each.page;
-        EXPECT_EQ(items.front().kind == MapItem::Kind::previousPage, each.page > 0);
+        EXPECT_EQ(leadTo, expected);
     }
-    const std::pair<int, const char*> icons[] = {{3, "open"}, {4, "fifth"}, {5, "cleared"}, {8, "locked"}, {9, "locked"}};
+    EXPECT_EQ(MapPage::items(0, 5).back().corner.x, 120);
+    const std::pair<int, const char*> icons[] = {{3, "open"}, {4, "fifth"}, {5, "cleared"}, {9, "locked"}};
     for (const auto& [stage, name] : icons)
         EXPECT_STREQ(MapPage::icon(stage, 7, 1 << 5), name) << stage;
-    EXPECT_EQ(MapPage::picture(3), "maps/map4");
 }
 
 TEST_F(JourneyTest, KeysWalkOverTheMapAndDownToTheWayOut) {
@@ -130,93 +115,36 @@ TEST_F(JourneyTest, KeysWalkOverTheMapAndDownToTheWayOut) {
     EXPECT_FALSE(board.marker().visible);
     press(left); // nothing, beside BACK
     EXPECT_EQ(map.selectedStage(), 6);
-    press(up);
-    EXPECT_TRUE(board.marker().visible);
-    press(left);
-    EXPECT_EQ(map.selectedStage(), 5);
-    press(down);
-    press(enter);
-    frames(0.34f * second);
-    EXPECT_TRUE(menus().isOpen(MenuKind::levelSelect));
-    frames(0.08f * second);
-    EXPECT_TRUE(menus().empty());
-
     openMap(25, 0, 22); // as a file may say
     EXPECT_EQ(top<LevelSelectMenu>().selectedStage(), 19);
     openMap(-3, 0, 4);
     EXPECT_EQ(top<LevelSelectMenu>().selectedStage(), 0);
     press(escape);
-    frames(0.5f * second);
+    frames(0.36f * second);
+    EXPECT_TRUE(menus().isOpen(MenuKind::levelSelect));
+    frames(0.1f * second);
     EXPECT_TRUE(menus().empty());
 }
 
-TEST_F(JourneyTest, AShotStartsTheStage) {
-    menus().openMenu(MenuKind::levelSelect);
-    managers->controllerManager->setButton(enter, true);
-    frames(3); // too early
-    managers->controllerManager->setButton(enter, false);
-    frames(8);
-    EXPECT_EQ(kinds(), std::vector<int>{MenuKind::levelSelect});
-
-    openMap(3, 0, 0);
-    press(right);
-    frames(0.2f * second);
-    press(enter);
-    press(right); // too late to change one's mind
-    EXPECT_FALSE(top<LevelSelectMenu>().board().marker().visible);
-    frames(0.1f * second);
-    EXPECT_FALSE(menus().isOpen(MenuKind::levelStart));
-    frames(0.1f * second);
-    EXPECT_TRUE(menus().isOpen(MenuKind::levelStart));
-    EXPECT_EQ(game->currentStage, 1);
-    frames(0.6f * second);
-    EXPECT_EQ(game->session->stage, 1);
-}
-
-TEST_F(JourneyTest, TheMouseShootsAtWhatItIsPressedAndReleasedOver) {
-    for (const float aspect : {16.0f / 9, 4.0f / 3, 1.0f}) {
-        renderer().aspect = aspect;
-        const MapBoard& board = openMap(6, 0, 0).board();
-        frames(0.5f * second);
-        click(screenPlace(board, 5)); // the arrow
-        EXPECT_EQ(top<LevelSelectMenu>().selectedStage(), 5);
-        click(screenPlace(board, 3)); // locked
-        EXPECT_EQ(top<LevelSelectMenu>().selectedStage(), 5);
-        click(screenPlace(board, 0)); // and back
-        EXPECT_EQ(top<LevelSelectMenu>().selectedStage(), 4);
-        const Vec2 other = screenPlace(board, 1), third = screenPlace(board, 2);
-        managers->controllerManager->setButton(platform::mouseLeftCode, true);
-        frames(1);
-        managers->controllerManager->mouseX = third.x;
-        managers->controllerManager->mouseY = third.y;
-        managers->controllerManager->setButton(platform::mouseLeftCode, false);
-        frames(1);
-        EXPECT_EQ(top<LevelSelectMenu>().selectedStage(), 4); // let go somewhere else
-        click(other);
-        EXPECT_EQ(top<LevelSelectMenu>().selectedStage(), 1);
-        frames(0.2f * second);
-        EXPECT_TRUE(menus().isOpen(MenuKind::levelStart));
-    }
-}
-
-TEST_F(JourneyTest, ThePencilRubsTheMapIn) {
-    const MapBoard& board = openMap(6, 0, 0).board();
+TEST_F(JourneyTest, TheMouseShootsAtWhatIsUnlockedAndThePencilRubsTheSheetIn) {
+    renderer().aspect = 4.0f / 3;
+    LevelSelectMenu& map = openMap(6, 0, 0);
+    const MapBoard& board = map.board();
     frames(0.36f * second);
     EXPECT_EQ(board.erased(), 1);
-    EXPECT_EQ(board.itemOpacity(0), 0);
-    frames(2);
-    const float before = board.erased();
     frames(0.2f * second);
-    EXPECT_NEAR(board.erased(), before - 0.2f, 1e-4f);
-    const float clock = 1 - board.erased();
-    EXPECT_NEAR(board.itemOpacity(1), std::min(5 * clock - 0.3f, 1.0f), 1e-4f);
-    EXPECT_NEAR(board.pathOpacity(2), std::min(5 * clock - 0.75f, 1.0f), 1e-4f);
-    frames(2 * second);
-    EXPECT_EQ(board.erased(), 0);
-    EXPECT_EQ(board.itemOpacity(5), 1);
-    for (int i = 0; i < 5; ++i)
-        press(right);
-    EXPECT_EQ(board.erased(), 1 - 0.02f); // another sheet; its first update is over
+    EXPECT_NEAR(board.itemOpacity(1), 5 * (1 - board.erased()) - 0.3f, 1e-4f);
+    EXPECT_NEAR(board.pathOpacity(1), 5 * (1 - board.erased()) - 0.45f, 1e-4f);
+    click(screenPlace(board, 5)); // the arrow
+    EXPECT_EQ(map.selectedStage(), 5);
+    EXPECT_GT(board.erased(), 0.9f);
+    click(screenPlace(board, 3)); // locked
+    click(screenPlace(board, 0)); // and back
+    EXPECT_EQ(map.selectedStage(), 4);
+    click(screenPlace(board, 1));
+    frames(0.2f * second);
+    EXPECT_TRUE(menus().isOpen(MenuKind::levelStart));
+    EXPECT_EQ(game->currentStage, 1);
 }
 
 TEST_F(JourneyTest, StagesChangeInTheDark) {
@@ -236,9 +164,7 @@ TEST_F(JourneyTest, StagesChangeInTheDark) {
     frames(1);
     EXPECT_EQ(timer("game").paused, 0);
     EXPECT_TRUE(top<LevelStartMenu>().pausesGame());
-    frames(0.4f * second);
-    EXPECT_NEAR(fade(), 1 - 0.6f, 0.04f);
-    frames(0.3f * second);
+    frames(0.7f * second);
     EXPECT_EQ(fade(), 0);
     EXPECT_TRUE(menus().empty());
 
@@ -262,8 +188,6 @@ TEST_F(JourneyTest, TheRunningStageGoesOnWhenItIsChosenAgain) {
     game->currentStage = 0; // but the first begins anew
     game->goToStage(0);
     EXPECT_TRUE(menus().isOpen(MenuKind::levelStart));
-    game->goToStage(99); // no stage: the nearest
-    EXPECT_EQ(game->currentStage, 19);
 }
 
 TEST_F(JourneyTest, DeathShowsTheHeroAndRestartsTheStage) {
@@ -308,11 +232,7 @@ TEST_F(JourneyTest, AClearedStageLeadsOn) {
     press(enter);
     EXPECT_TRUE(menus().isOpen(MenuKind::levelStart));
     EXPECT_EQ(game->currentStage, 5);
-    frames(0.6f * second);
-    EXPECT_EQ(game->session->stage, 5);
-    frames(second);
-    EXPECT_TRUE(menus().empty());
-
+    frames(2 * second);
     menus().openMenu(MenuKind::stageClear);
     frames(2.24f * second);
     EXPECT_EQ(game->currentStage, 5);
@@ -326,15 +246,6 @@ TEST_F(JourneyTest, AClearedStageLeadsOn) {
     frames(4 * second);
     EXPECT_EQ(kinds(), std::vector<int>{MenuKind::title});
     EXPECT_EQ(game->session->stage, 19);
-
-    menus().closeMenus(nullptr, true);
-    game->stageFile = "proving/ground"; // counts for nothing and leads nowhere
-    game->settings->clearedMask = 0;
-    menus().openMenu(MenuKind::stageClear);
-    frames(4 * second);
-    EXPECT_EQ(game->settings->clearedMask, 0);
-    EXPECT_EQ(game->currentStage, 19);
-    EXPECT_TRUE(menus().empty());
 }
 
 TEST_F(JourneyTest, APauseWaitsUntilItCanBe) {
@@ -345,9 +256,4 @@ TEST_F(JourneyTest, APauseWaitsUntilItCanBe) {
     timer("game").paused = 0;
     frames(1);
     EXPECT_EQ(kinds(), std::vector<int>{MenuKind::pause});
-    game->pauseSoon(); // one is enough
-    frames(1);
-    menus().closeMenus(nullptr, true);
-    frames(3);
-    EXPECT_TRUE(menus().empty());
 }
