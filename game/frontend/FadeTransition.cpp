@@ -28,8 +28,11 @@ void FadeTransition::advance(float dt) {
     case Phase::dark:
         setFade(1);
         TimerManager::instance().findTimer("game")->paused = 0; // whatever held the stage before
-        phase_ = Phase::fadingIn;
+        phase_ = Phase::settling;
         break;
+    case Phase::settling:
+        phase_ = Phase::fadingIn;
+        [[fallthrough]];
     case Phase::fadingIn:
         fadeIn(dt);
         break;

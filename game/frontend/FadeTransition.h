@@ -5,7 +5,8 @@
 
 class FadeTransition : public MenuBase {
   public:
-    // Not before the fading in: the stage has to run once in the dark, to restart and to move the camera to its hero.
+    // Not before the fading in: in the dark the stage has to run twice. It restarts at the end of the first update; in
+    // the second the hero gets to where he begins and the camera to him.
     bool pausesGame() const override { return phase_ == Phase::fadingIn; }
 
   protected:
@@ -19,7 +20,7 @@ class FadeTransition : public MenuBase {
     bool stageChanged() const { return phase_ != Phase::fadingOut; }
 
   private:
-    enum class Phase { fadingOut, dark, fadingIn };
+    enum class Phase { fadingOut, dark, settling, fadingIn };
 
     void fadeOut(float dt);
     void fadeIn(float dt);

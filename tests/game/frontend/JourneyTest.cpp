@@ -163,6 +163,7 @@ TEST_F(JourneyTest, StagesChangeInTheDark) {
     EXPECT_EQ(fade(), 1);
     frames(1);
     EXPECT_EQ(timer("game").paused, 0);
+    frames(1);
     EXPECT_TRUE(top<LevelStartMenu>().pausesGame());
     frames(0.7f * second);
     EXPECT_EQ(fade(), 0);
@@ -209,6 +210,8 @@ TEST_F(JourneyTest, DeathShowsTheHeroAndRestartsTheStage) {
     EXPECT_EQ(game->session.get(), session);
     EXPECT_EQ(top<DeathMenu>().cameraPose().weight, 0);
     EXPECT_NEAR(actors(GROUP_PLAYER).front()->position().y, 5, 3); // a new one, in his place
+    EXPECT_GT(fade(), 0.5f);
+    EXPECT_NEAR(game->camera()->view.position.y, 5, 30); // and in the picture from its first light on
     EXPECT_EQ(timer("game").paused, 0);
     frames(second);
     EXPECT_TRUE(menus().empty());
