@@ -33,8 +33,8 @@ void PrintTo(const Replay& replay, std::ostream* out) {
 }
 
 const std::vector<Replay>& replays() {
-    static const std::vector<Replay> all = {{"stage0", "0", 3060, 27},
-                                            {"stage1", "1", 5940, 54},
+    static const std::vector<Replay> all = {{"stage0", "0", 3060, 36},
+                                            {"stage1", "1", 5940, 67},
                                             {"stage2", "2", 6780, 81},
                                             {"ladders", "proving/ladders", 1476, 5},
                                             {"cart", "proving/cart", 720, 12},
