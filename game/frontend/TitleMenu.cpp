@@ -28,7 +28,9 @@ constexpr float poleRate = 3, poleWay = 75;
 // From the hero to the camera.
 constexpr Vec3 besideHero{12, 14, 42}, besideRocket{14, 8, 42}, withoutHero{0, 0, 40};
 
-constexpr const char* creditLines[] = {"By the Rustpike workshop", "Type: Klee, Cabin Sketch"};
+// The game and its version, and what it is made with.
+constexpr const char* creditLines[] = {"Rustpike " RUSTPIKE_VERSION ", in pencil",
+                                       "SDL, OpenAL, FluidSynth"};
 constexpr Vec2 creditPlaces[] = {{0.55f, 0.905f}, {0.55f, 0.95f}};
 constexpr float creditHeight = 0.0479f;
 constexpr Vec4 creditColour{0.788f, 0.294f, 0.153f, 1};
