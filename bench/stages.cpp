@@ -1,11 +1,11 @@
-// From stage to stage: what the dark between two stages costs the processor, for every stage of the journey in turn.
-// Counted is the time of the whole process. A stage's first start reads from disk what no stage before it has used;
-// the second one finds it in memory.
+// From stage to stage: what the dark between two stages costs the processor, for every stage of the journey
+// in turn. Counted is the time of the whole process. A stage's first start reads from disk what no stage
+// before it has used; the second one finds it in memory.
 #include "core/EngineManagers.h"
 #include "core/TimerManager.h"
 #include "game/Game.h"
-#include "game/Settings.h"
 #include "game/Session.h"
+#include "game/Settings.h"
 #include "io/DataFiles.h"
 #include "render/GlApi.h"
 #include "render/GlRenderer.h"
@@ -35,6 +35,10 @@ double seconds(Work work) {
 
 int main(int argc, char** argv) {
     setDataFolder(argc > 1 ? argv[1] : RUSTPIKE_DATA);
+    if (!dataFileExists("levels/level000.level")) {
+        std::fprintf(stderr, "no stages in the data folder\n");
+        return 1;
+    }
     platform::SdlPlatform system({.headless = true});
     platform::setCurrent(&system);
     EngineManagers managers;

@@ -29,8 +29,7 @@ constexpr float poleRate = 3, poleWay = 75;
 constexpr Vec3 besideHero{12, 14, 42}, besideRocket{14, 8, 42}, withoutHero{0, 0, 40};
 
 // The game and its version, and what it is made with.
-constexpr const char* creditLines[] = {"Rustpike " RUSTPIKE_VERSION ", in pencil",
-                                       "SDL, OpenAL, FluidSynth"};
+constexpr const char* creditLines[] = {"Rustpike " RUSTPIKE_VERSION ", in pencil", "SDL, OpenAL, FluidSynth"};
 constexpr Vec2 creditPlaces[] = {{0.55f, 0.905f}, {0.55f, 0.95f}};
 constexpr float creditHeight = 0.0479f;
 constexpr Vec4 creditColour{0.788f, 0.294f, 0.153f, 1};
@@ -54,7 +53,8 @@ float screenAspect() {
 
 TitleMenu::TitleMenu()
     : MenuBase(MenuKind::title), manager_(*Game::get().menuManager),
-      letters_(manager_, "title/title_letter", letterCount), pole_(manager_.menuScene.createUnit("title/pole")) {
+      letters_(manager_, "title/title_letter", letterCount),
+      pole_(manager_.menuScene.createUnit("title/pole")) {
     AudioManager& audio = *engineManagers()->audioManager;
     Game::get().musicName = audio.musicName;
     audio.fadeOutMusic(musicFade);

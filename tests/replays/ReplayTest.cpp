@@ -1,6 +1,7 @@
 // Plays recorded input through the real program, headless, and compares the state of the game, frame for
 // frame, with what it was when the recording was accepted. NAME.input is the recording, NAME.hashes the hash
-// of the trace, which has every sixth frame, up to every 60th. Accept a changed game with RUSTPIKE_ACCEPT_REPLAYS=1.
+// of the trace, which has every sixth frame, up to every 60th. Accept a changed game with
+// RUSTPIKE_ACCEPT_REPLAYS=1.
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
@@ -97,9 +98,10 @@ Run play(const Replay& replay, const fs::path& input) {
     const fs::path trace = folder / "trace";
     std::ostringstream command;
     command << "cd " << folder
-            << " && " RUSTPIKE_PROGRAM " --data " RUSTPIKE_DATA " --headless --size 64x36 --post off --seed 1 "
-            << "--step 0.0166667 --draw-every 30 --stage " << replay.stage << " --frames " << replay.frames << " --input "
-            << input << " --trace " << trace << " --trace-every " << traceEvery;
+            << " && " RUSTPIKE_PROGRAM " --data " RUSTPIKE_DATA
+               " --headless --size 64x36 --post off --seed 1 "
+            << "--step 0.0166667 --draw-every 30 --stage " << replay.stage << " --frames " << replay.frames
+            << " --input " << input << " --trace " << trace << " --trace-every " << traceEvery;
     EXPECT_EQ(std::system(command.str().c_str()), 0) << command.str();
     Run run{hashTrace(trace), nlohmann::json::parse(lastLine(trace), nullptr, false)};
     fs::remove_all(folder);
@@ -131,8 +133,9 @@ TEST_P(ReplayTest, PlaysAsItWasAccepted) {
 
 // Keeps the comparison honest: one key released later must show.
 TEST(Replays, AChangedRecordingFails) {
-    const Replay& replay = *std::min_element(replays().begin(), replays().end(),
-                                             [](const Replay& a, const Replay& b) { return a.frames < b.frames; });
+    const Replay& replay =
+        *std::min_element(replays().begin(), replays().end(),
+                          [](const Replay& a, const Replay& b) { return a.frames < b.frames; });
     auto lines = readLines(sourceOf(replay, ".input"));
     const fs::path changed = fs::temp_directory_path() / (replay.name + "-changed.input");
     {
