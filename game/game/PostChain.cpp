@@ -127,6 +127,7 @@ void PostChain::drawScene(GameCamera& camera, const Area& area, const Used& used
 }
 
 void PostChain::drawPass(const char* name, Material* material, const Used& used) {
+    if (renderer().sceneHidden) return;
     if (material->shader < 0) return; // the fixed pipeline would draw a blank sheet
     const GpuPass pass(name);
     renderer().renderPostEffect({material, 0, 0, used.u, used.v});

@@ -150,7 +150,7 @@ TEST_F(StageCompiler, SaysWhereASourceIsWrong) {
          at(after + 6, 1, "'hero' stands inside solid cells")},
         {head + flat + tail, at(23, 7, "there is no event 'room'")},
         {head + flat + "event clear OpenMenu menu=8\nstart clear",
-         at(18, 1, "the stage has no hero (SpawnPlayer)")},
+         at(18, 1, "the stage has no hero (SpawnPlayer, or a PlayerRocket that the start sets off)")},
         {head + flat + "event hero SpawnPlayer at=1,1 mesh=m\nstart hero",
          at(18, 1, "the stage has no camera area")},
         {head + flat + room + "event hero SpawnPlayer at=1,1 mesh=m\nstart hero room",
