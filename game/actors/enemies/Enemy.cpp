@@ -75,14 +75,14 @@ void Enemy::turn(float dt, float rate) {
     quatSlerp(unit->orientation, unit->orientation, target, clamp(rate * dt, 0, 1), true);
 }
 
-bool Enemy::touchHero(const Box& box, float damage) {
+bool Enemy::touch(int whom, const Box& box, float damage) {
     Attack attack;
     attack.attacker = this;
     attack.boxMin = box.min;
     attack.boxMax = box.max;
     attack.damage = damage;
     attack.direction = velocity;
-    return Game::get().thingyManager->hitGroup(GROUP_PLAYER, attack, false) != 0;
+    return Game::get().thingyManager->hitGroup(whom, attack, false) != 0;
 }
 
 Thingy* Enemy::nearestHero() const {

@@ -44,8 +44,9 @@ class Enemy : public Thingy {
     // Removed, and its event told.
     void leave();
     void turn(float dt, float rate = turnRate);
-    // Hurts the hero if he is in the box. True when he took it.
-    bool touchHero(const Box& box, float damage = touchDamage);
+    // Hurts the first of a group that is in the box. True when it took it.
+    bool touch(int whom, const Box& box, float damage = touchDamage);
+    bool touchHero(const Box& box, float damage = touchDamage) { return touch(GROUP_PLAYER, box, damage); }
 
     // Null when there is none.
     Thingy* nearestHero() const;

@@ -42,7 +42,7 @@ class EnemyBarrel : public Enemy {
         rollOn(dt);
         const Box box = boxAround(position(), barrel.touchBelow, barrel.touchAbove);
         touchHero(box);
-        if (touchesEnemy(box)) explode();
+        if (touch(GROUP_ENEMIES, box)) explode();
         if (watch_.lost(screenDistance(), velocity.y <= -barrel.fastestFall)) removeMe = true;
         updateFlash(time, dt);
     }
@@ -71,16 +71,6 @@ class EnemyBarrel : public Enemy {
             velocity.x *= barrel.bounce;
         angle_ += barrel.roll * velocity.x * dt;
         unit->orientation = quatFromAxisAngle(angle_, {0, 0, 1});
-    }
-
-    bool touchesEnemy(const Box& box) {
-        Attack attack;
-        attack.attacker = this;
-        attack.boxMin = box.min;
-        attack.boxMax = box.max;
-        attack.damage = touchDamage;
-        attack.direction = velocity;
-        return Game::get().thingyManager->hitGroup(GROUP_ENEMIES, attack, false) != 0;
     }
 
     void explode() {
