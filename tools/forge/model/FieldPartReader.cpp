@@ -48,13 +48,7 @@ class FieldPartReader {
             Scope inner(&scope);
             interpreter.run(s.children, inner, handler());
         } else {
-            if (s.words.empty())
-                throw SourceError(s.place, s.keyword + " SHAPE ... or " + s.keyword + " { ... }");
-            Statement only = s;
-            only.place = s.words[0].place;
-            only.keyword = s.words[0].text;
-            only.words.erase(only.words.begin());
-            shape(only, scope);
+            shape(afterKeyword(s), scope);
         }
         operation = before;
     }

@@ -47,13 +47,7 @@ class RegionReader {
         if (s.hasBlock) {
             other.run(s.children, inner);
         } else {
-            if (s.words.empty())
-                throw SourceError(s.place, s.keyword + " SHAPE ... or " + s.keyword + " { ... }");
-            Statement only = s;
-            only.place = s.words[0].place;
-            only.keyword = s.words[0].text;
-            only.words.erase(only.words.begin());
-            other.shape(only, inner);
+            other.shape(afterKeyword(s), inner);
         }
         region = s.keyword == "cut" ? region.without(other.region) : region.within(other.region);
     }

@@ -146,4 +146,14 @@ std::vector<Statement> parseStatements(const std::string& file, const std::strin
     return Parser(file, text).block(false, {});
 }
 
+Statement afterKeyword(const Statement& s) {
+    if (s.words.empty())
+        throw SourceError(s.place, s.keyword + " SHAPE ... or " + s.keyword + " { ... }");
+    Statement rest = s;
+    rest.place = s.words[0].place;
+    rest.keyword = s.words[0].text;
+    rest.words.erase(rest.words.begin());
+    return rest;
+}
+
 } // namespace forge

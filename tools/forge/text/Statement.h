@@ -27,4 +27,7 @@ struct Statement {
 // Throws SourceError on an unbalanced brace, bracket or quote.
 std::vector<Statement> parseStatements(const std::string& file, const std::string& text);
 
+// `cut disc r=2` as the statement `disc r=2`. Throws SourceError when nothing follows the keyword.
+Statement afterKeyword(const Statement& s);
+
 } // namespace forge
